@@ -1,0 +1,29 @@
+// The subcommands of quickstep-cli. Each Add*Command registers its options on
+// the parser and the function that runs it once the line has been parsed.
+#ifndef CLI_COMMANDS_H
+#define CLI_COMMANDS_H
+
+#include <functional>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+class CommandTable {
+public:
+	// run answers the process's exit status.
+	void Add(CLI::App* command, std::function<int()> run);
+	int Run(const CLI::App& app) const;
+
+private:
+	struct Entry {
+		CLI::App* command;
+		std::function<int()> run;
+	};
+	std::vector<Entry> fEntries;
+};
+
+void AddPlatformCommand(CLI::App& app, CommandTable& commands);
+
+#endif // CLI_COMMANDS_H

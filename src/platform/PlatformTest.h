@@ -1,0 +1,24 @@
+// Substitutions for tests and tools: point the platform at fixture trees, a
+// chosen system profile or chosen directories instead of the real machine.
+// Each setter with a null argument restores the real source.
+#ifndef PLATFORM_TEST_H
+#define PLATFORM_TEST_H
+
+#include "FindDirectory.h"
+#include "OS.h"
+
+// Root under which /proc and /sys are read ("" or null: the real root).
+void platform_set_root(const char* root);
+const char* platform_root();
+
+// get_system_info answers this record (copied) instead of reading the machine.
+void platform_set_system_info(const system_info* info);
+
+// find_directory answers this path for the code.
+void platform_set_directory(directory_which which, const char* path);
+
+// _kset_cpu_state_ calls this instead of changing the affinity.
+typedef status_t (*cpu_state_hook)(int32 cpu, bool enabled);
+void platform_set_cpu_state_hook(cpu_state_hook hook);
+
+#endif // PLATFORM_TEST_H
