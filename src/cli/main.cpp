@@ -5,6 +5,8 @@
 
 #include "cli/Commands.h"
 
+static const char* kUsage = "usage: quickstep-cli COMMAND [OPTIONS]  (see quickstep-cli --help)";
+
 int
 main(int argc, char** argv)
 {
@@ -16,6 +18,18 @@ main(int argc, char** argv)
 	CommandTable commands;
 	AddPlatformCommand(app, commands);
 
+	// CLI11 reports a mistyped command as a missing one; name it instead.
+	if (argc > 1 && argv[1][0] != '-') {
+		bool known = false;
+		for (const CLI::App* command : app.get_subcommands({}))
+			known = known || command->check_name(argv[1]);
+		if (!known) {
+			fprintf(stderr, "quickstep-cli: unknown command '%s'\n", argv[1]);
+			fprintf(stderr, "%s\n", kUsage);
+			return 2;
+		}
+	}
+
 	try {
 		app.parse(argc, argv);
 	} catch (const CLI::CallForHelp& e) {
@@ -24,7 +38,7 @@ main(int argc, char** argv)
 		return app.exit(e);
 	} catch (const CLI::ParseError& e) {
 		fprintf(stderr, "%s\n", e.what());
-		fprintf(stderr, "usage: quickstep-cli COMMAND [OPTIONS]  (see quickstep-cli --help)\n");
+		fprintf(stderr, "%s\n", kUsage);
 		return 2;
 	}
 	return commands.Run(app);
