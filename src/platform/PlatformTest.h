@@ -21,4 +21,7 @@ void platform_set_directory(directory_which which, const char* path);
 typedef status_t (*cpu_state_hook)(int32 cpu, bool enabled);
 void platform_set_cpu_state_hook(cpu_state_hook hook);
 
+// How many finished, never waited-for threads stay known (0: the default).
+void platform_set_finished_thread_limit(int32 limit);
+
 #endif // PLATFORM_TEST_H
