@@ -173,15 +173,3 @@ TEST_F(FileLifeTest, MissingDirectoryIsSkippedSilently)
 	struct stat st;
 	EXPECT_NE(stat((fDirectory + "/missing").c_str(), &st), 0);
 }
-
-
-TEST_F(FileLifeTest, RemovalTriesNamesThatWereNeverCreated)
-{
-	FileLife life;
-	life.SetPathPrefix(fPrefix.c_str());
-	life.SetIndexRange(0, 2);
-	Touch(2);
-
-	life.Remove();
-	EXPECT_FALSE(Exists(2));
-}
