@@ -28,4 +28,7 @@ void platform_set_cpu_state_hook(cpu_state_hook hook);
 // of asking the display.
 void platform_set_screen(const BRect* frame, color_space space);
 
+// How many finished, never waited-for threads stay known (0: the default).
+void platform_set_finished_thread_limit(int32 limit);
+
 #endif // PLATFORM_TEST_H
