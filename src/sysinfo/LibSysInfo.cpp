@@ -192,10 +192,11 @@ LibSysInfo::operator=(const LibSysInfo& other)
 const char*
 LibSysInfo::ScreenDepthStr() const
 {
-	// One holder for all profiles, made on the first call and gone at exit.
-	static LibString sDepth;
-	sDepth = ColorSpaceName(fColorSpace);
-	return sDepth.String();
+	// One holder for all profiles: every call rewrites it in place, so a
+	// pointer handed out earlier now reads the latest name.
+	static char sDepth[32];
+	snprintf(sDepth, sizeof(sDepth), "%s", ColorSpaceName(fColorSpace));
+	return sDepth;
 }
 
 
