@@ -8,13 +8,14 @@
 int
 main(int argc, char** argv)
 {
-	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?",
-		"quickstep-cli"};
+	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?", "quickstep-cli"};
 	app.require_subcommand(1);
 	app.set_help_all_flag("--help-all", "Print help for every command");
 
 	CommandTable commands;
 	AddPlatformCommand(app, commands);
+	AddSystemCommand(app, commands);
+	AddDevicesCommand(app, commands);
 
 	try {
 		app.parse(argc, argv);
