@@ -142,8 +142,16 @@ LibSysInfo::LibSysInfo()
 	fScreenWidth = static_cast<int32>(ceil(screen->Frame().right - screen->Frame().left)) + 1;
 	fScreenHeight = static_cast<int32>(ceil(screen->Frame().bottom - screen->Frame().top)) + 1;
 	fCpuCount = info.cpu_count;
-	fCpuName = CpuTypeName(info.cpu_type);
-	fPlatformName = PlatformTypeName(info.platform_type);
+	// The codes are read as plain integers: a platform may answer a code that
+	// its enumeration does not list, and that must still come out "Unknown".
+	static_assert(sizeof(info.cpu_type) == sizeof(int32), "32-bit processor code");
+	static_assert(sizeof(info.platform_type) == sizeof(int32), "32-bit platform code");
+	int32 cpuType;
+	int32 platformType;
+	memcpy(&cpuType, &info.cpu_type, sizeof(cpuType));
+	memcpy(&platformType, &info.platform_type, sizeof(platformType));
+	fCpuName = CpuTypeName(cpuType);
+	fPlatformName = PlatformTypeName(platformType);
 	fCpuRevision = info.cpu_revision;
 	fCpuClock = ClockMHz(info.cpu_clock_speed);
 	fBusClock = ClockMHz(info.bus_clock_speed);

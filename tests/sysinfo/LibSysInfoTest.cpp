@@ -47,15 +47,17 @@ protected:
 		return LibSysInfo();
 	}
 
+	// Codes go in as raw integers, as a platform could report codes that its
+	// enumerations do not list (-1 among them).
 	std::string CpuName(int32 code)
 	{
-		fInfo.cpu_type = static_cast<cpu_type>(code);
+		memcpy(&fInfo.cpu_type, &code, sizeof(code));
 		return Profile().CpuName();
 	}
 
 	std::string PlatformName(int32 code)
 	{
-		fInfo.platform_type = static_cast<platform_type>(code);
+		memcpy(&fInfo.platform_type, &code, sizeof(code));
 		return Profile().PlatformName();
 	}
 
@@ -136,7 +138,7 @@ TEST_F(LibSysInfoTest, DepthNamesLeaveTheGapsUnknown)
 	EXPECT_EQ("16 bit color", DepthName(5));
 	EXPECT_EQ("32 bit color", DepthName(8));
 	EXPECT_EQ("15 bit color", DepthName(16));
-	for (int32 space : {6, 7, 9, 10, 11, 12, 13, 14, 15, 17, -1})
+	for (int32 space : {6, 7, 9, 10, 11, 12, 13, 14, 15, 17, 0x1008})
 		EXPECT_EQ("Unknown", DepthName(space)) << space;
 	// Alpha variants of the named spaces are not named.
 	EXPECT_EQ("Unknown", DepthName(B_RGBA32));
