@@ -10,7 +10,8 @@ namespace CLI {
 class App;
 }
 
-class CommandTable {
+class CommandTable
+{
 public:
 	// run answers the process's exit status.
 	void Add(CLI::App* command, std::function<int()> run);
@@ -25,5 +26,7 @@ private:
 };
 
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
+void AddSystemCommand(CLI::App& app, CommandTable& commands);
+void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 
 #endif // CLI_COMMANDS_H

@@ -10,13 +10,14 @@ static const char* kUsage = "usage: quickstep-cli COMMAND [OPTIONS]  (see quicks
 int
 main(int argc, char** argv)
 {
-	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?",
-		"quickstep-cli"};
+	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?", "quickstep-cli"};
 	app.require_subcommand(1);
 	app.set_help_all_flag("--help-all", "Print help for every command");
 
 	CommandTable commands;
 	AddPlatformCommand(app, commands);
+	AddSystemCommand(app, commands);
+	AddDevicesCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {
