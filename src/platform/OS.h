@@ -138,12 +138,12 @@ typedef struct {
 	machine_id id;
 	bigtime_t boot_time;
 	int32 cpu_count;
-	cpu_type cpu_type;
+	enum cpu_types cpu_type; // the tag: a member may not reuse the typedef's name
 	int32 cpu_revision;
 	cpu_info cpu_infos[B_MAX_CPU_COUNT];
 	int64 cpu_clock_speed;
 	int64 bus_clock_speed;
-	platform_type platform_type;
+	enum platform_types platform_type;
 	int32 max_pages;
 	int32 used_pages;
 	int32 page_faults;

@@ -21,4 +21,8 @@ void platform_set_directory(directory_which which, const char* path);
 typedef status_t (*cpu_state_hook)(int32 cpu, bool enabled);
 void platform_set_cpu_state_hook(cpu_state_hook hook);
 
+// Makes every extended-attribute call fail as on a file system without them, so
+// node attributes go to the per-user fallback store (false: the real calls).
+void platform_set_xattr_disabled(bool disabled);
+
 #endif // PLATFORM_TEST_H
