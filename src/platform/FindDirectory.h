@@ -51,8 +51,8 @@ typedef int dev_t_be;
 // Fills path (at most length bytes with the NUL) with the directory; creates
 // it first when create is set.
 status_t find_directory(directory_which which, dev_t_be volume, bool create, char* path,
-	int32 length);
+                        int32 length);
 status_t find_directory(directory_which which, BPath* path, bool create = false,
-	BVolume* volume = nullptr);
+                        BVolume* volume = nullptr);
 
 #endif // FIND_DIRECTORY_H

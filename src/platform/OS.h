@@ -126,6 +126,8 @@ typedef enum platform_types {
 	B_BESM_6_PLATFORM,
 	B_MK_61_PLATFORM,
 	B_NINTENDO_64_PLATFORM,
+	// Machines that are none of the above (an ARM board, a POWER server).
+	B_UNKNOWN_PLATFORM = 0xff,
 } platform_type;
 
 typedef struct {

@@ -5,7 +5,10 @@
 #define PLATFORM_TEST_H
 
 #include "FindDirectory.h"
+#include "GraphicsDefs.h"
 #include "OS.h"
+
+class BRect;
 
 // Root under which /proc and /sys are read ("" or null: the real root).
 void platform_set_root(const char* root);
@@ -20,6 +23,10 @@ void platform_set_directory(directory_which which, const char* path);
 // _kset_cpu_state_ calls this instead of changing the affinity.
 typedef status_t (*cpu_state_hook)(int32 cpu, bool enabled);
 void platform_set_cpu_state_hook(cpu_state_hook hook);
+
+// BScreen objects made from now on answer this frame and colour space instead
+// of asking the display.
+void platform_set_screen(const BRect* frame, color_space space);
 
 // Makes every extended-attribute call fail as on a file system without them, so
 // node attributes go to the per-user fallback store (false: the real calls).

@@ -1,0 +1,95 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <PCI.h>
+#include <PlatformTest.h>
+
+#include "platform/TempTree.h"
+
+namespace {
+
+class PciInfoTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		platform_set_root((std::string(QS_FIXTURES_DIR) + "/sysroot-intel").c_str());
+	}
+	void TearDown() override { platform_set_root(nullptr); }
+};
+
+TEST_F(PciInfoTest, FunctionsComeInAddressOrderWithTheirFields)
+{
+	struct {
+		uint8 bus, device, function;
+		uint16 vendor, deviceId;
+		uint8 base, sub, api, revision;
+	} expected[] = {
+	    {0, 0, 0, 0x8086, 0x7190, 0x06, 0x00, 0x00, 0x03},
+	    {0, 2, 0, 0x8086, 0x7111, 0x01, 0x01, 0x85, 0x01},
+	    {0, 0x0c, 1, 0x1274, 0x1371, 0x04, 0x01, 0x00, 0x06},
+	    {0, 0x1f, 3, 0x8086, 0x7113, 0x04, 0x03, 0x00, 0x01},
+	    {1, 0, 0, 0x5333, 0x8811, 0x03, 0x00, 0x00, 0x42},
+	    // Domain 1 sorts after every function of domain 0.
+	    {0, 0, 0, 0x10ec, 0x8139, 0x02, 0x00, 0x00, 0x10},
+	};
+	long index = 0;
+	for (const auto& e : expected) {
+		pci_info info;
+		ASSERT_EQ(B_OK, get_nth_pci_info(index, &info)) << index;
+		EXPECT_EQ(e.bus, info.bus) << index;
+		EXPECT_EQ(e.device, info.device) << index;
+		EXPECT_EQ(e.function, info.function) << index;
+		EXPECT_EQ(e.vendor, info.vendor_id) << index;
+		EXPECT_EQ(e.deviceId, info.device_id) << index;
+		EXPECT_EQ(e.base, info.class_base) << index;
+		EXPECT_EQ(e.sub, info.class_sub) << index;
+		EXPECT_EQ(e.api, info.class_api) << index;
+		EXPECT_EQ(e.revision, info.revision) << index;
+		index++;
+	}
+	// The entry that is no PCI address is not a function.
+	pci_info info;
+	EXPECT_NE(B_OK, get_nth_pci_info(index, &info));
+	EXPECT_NE(B_OK, get_nth_pci_info(index + 100, &info));
+	EXPECT_NE(B_OK, get_nth_pci_info(-1, &info));
+}
+
+TEST_F(PciInfoTest, ConfigurationSpaceFillsTheHeaderFields)
+{
+	pci_info info;
+	ASSERT_EQ(B_OK, get_nth_pci_info(2, &info));
+	EXPECT_EQ(8, info.line_size);
+	EXPECT_EQ(0x40, info.latency);
+	EXPECT_EQ(0x80, info.header_type);
+	// Without a configuration space those stay zero.
+	ASSERT_EQ(B_OK, get_nth_pci_info(0, &info));
+	EXPECT_EQ(0, info.header_type);
+}
+
+TEST_F(PciInfoTest, MachineWithoutPciAnswersAnErrorForIndexZero)
+{
+	TempTree noBus;
+	platform_set_root(noBus.c_str());
+	pci_info info;
+	EXPECT_NE(B_OK, get_nth_pci_info(0, &info));
+
+	TempTree emptyBus;
+	emptyBus.MakeDirectory("sys/bus/pci/devices");
+	platform_set_root(emptyBus.c_str());
+	EXPECT_NE(B_OK, get_nth_pci_info(0, &info));
+}
+
+TEST_F(PciInfoTest, WalkingTheRealBusEndsWithAnError)
+{
+	platform_set_root(nullptr);
+	pci_info info;
+	long count = 0;
+	while (get_nth_pci_info(count, &info) == B_OK && count < 100000)
+		count++;
+	EXPECT_LT(count, 100000);
+	EXPECT_NE(B_OK, get_nth_pci_info(count, &info));
+}
+
+} // namespace
