@@ -1,0 +1,40 @@
+// What-codes of the messages the system itself sends, with their BeOS values.
+#ifndef APP_DEFS_H
+#define APP_DEFS_H
+
+#include "SupportDefs.h"
+
+enum {
+	B_ABOUT_REQUESTED = '_ABR',
+	B_APP_ACTIVATED = '_ACT',
+	B_ARGV_RECEIVED = '_ARG',
+	B_QUIT_REQUESTED = '_QRQ',
+	B_CANCEL = '_CNC',
+	B_INVALIDATE = '_IVL',
+	B_KEY_DOWN = '_KYD',
+	B_KEY_UP = '_KYU',
+	B_MESSAGE_NOT_UNDERSTOOD = '_NUN',
+	B_MODIFIERS_CHANGED = '_MCH',
+	B_MOUSE_DOWN = '_MDN',
+	B_MOUSE_MOVED = '_MMV',
+	B_MOUSE_UP = '_MUP',
+	B_MOUSE_WHEEL_CHANGED = '_MWC',
+	B_NO_REPLY = '_NRP',
+	B_PULSE = '_PUL',
+	B_READY_TO_RUN = '_RTR',
+	B_REFS_RECEIVED = '_RRC',
+	B_REPLY = '_RPL',
+	B_SAVE_REQUESTED = '_SVR',
+	B_SCREEN_CHANGED = '_SCH',
+	B_SIMPLE_DATA = 'DATA',
+	B_VIEW_MOVED = '_VMV',
+	B_VIEW_RESIZED = '_VRS',
+	B_WINDOW_ACTIVATED = '_ACT',
+	B_WINDOW_MOVED = '_WMV',
+	B_WINDOW_RESIZED = '_WRS',
+	B_WORKSPACE_ACTIVATED = '_WAC',
+	B_ZOOM = '_WZM',
+	B_MINIMIZE = '_WMN',
+};
+
+#endif // APP_DEFS_H

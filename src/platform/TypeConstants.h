@@ -1,0 +1,38 @@
+// Type codes of message fields and attributes, with their BeOS values.
+#ifndef TYPE_CONSTANTS_H
+#define TYPE_CONSTANTS_H
+
+#include "SupportDefs.h"
+
+enum {
+	B_ANY_TYPE = 'ANYT',
+	B_BOOL_TYPE = 'BOOL',
+	B_CHAR_TYPE = 'CHAR',
+	B_DOUBLE_TYPE = 'DBLE',
+	B_FLOAT_TYPE = 'FLOT',
+	B_INT8_TYPE = 'BYTE',
+	B_INT16_TYPE = 'SHRT',
+	B_INT32_TYPE = 'LONG',
+	B_INT64_TYPE = 'LLNG',
+	B_UINT8_TYPE = 'UBYT',
+	B_UINT16_TYPE = 'USHT',
+	B_UINT32_TYPE = 'ULNG',
+	B_UINT64_TYPE = 'ULLG',
+	B_SIZE_T_TYPE = 'SIZT',
+	B_SSIZE_T_TYPE = 'SSZT',
+	B_OFF_T_TYPE = 'OFFT',
+	B_TIME_TYPE = 'TIME',
+	B_POINTER_TYPE = 'PNTR',
+	B_REF_TYPE = 'RREF',
+	B_MESSAGE_TYPE = 'MSGG',
+	B_MESSENGER_TYPE = 'MSNG',
+	B_RAW_TYPE = 'RAWT',
+	B_RECT_TYPE = 'RECT',
+	B_POINT_TYPE = 'BPNT',
+	B_RGB_COLOR_TYPE = 'RGBC',
+	B_STRING_TYPE = 'CSTR',
+	B_MIME_TYPE = 'MIME',
+	B_ASCII_TYPE = 'TEXT',
+};
+
+#endif // TYPE_CONSTANTS_H
