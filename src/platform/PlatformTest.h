@@ -28,6 +28,10 @@ void platform_set_cpu_state_hook(cpu_state_hook hook);
 // of asking the display.
 void platform_set_screen(const BRect* frame, color_space space);
 
+// Makes every extended-attribute call fail as on a file system without them, so
+// node attributes go to the per-user fallback store (false: the real calls).
+void platform_set_xattr_disabled(bool disabled);
+
 // How many finished, never waited-for threads stay known (0: the default).
 void platform_set_finished_thread_limit(int32 limit);
 
