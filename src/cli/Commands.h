@@ -26,6 +26,7 @@ private:
 };
 
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
+void AddRunCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
 void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 

@@ -29,7 +29,6 @@
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
 #include "results/Results.h"
-#include "results/ResultsFile.h"
 
 namespace {
 
@@ -42,28 +41,28 @@ struct CheckBox {
 };
 
 const CheckBox kCheckBoxes[] = {
-	{"Graphics", Benchmark::kGraphics, 80},
-	{"Strings", Benchmark::kStrings, 4},
-	{"Memory", Benchmark::kMemory, 2},
-	{"Savage", Benchmark::kSavage, 2},
-	{"Ackerman", Benchmark::kAckerman, 2},
-	{"Fourier", Benchmark::kFourier, 4},
-	{"Whetstone", Benchmark::kWhetstone, 2},
-	{"Sieve", Benchmark::kSieve, 4},
-	{"LifeCycle", Benchmark::kFileLifeCycle, 11},
-	{"Input/Output", Benchmark::kFileIO, 8},
+    {"Graphics", Benchmark::kGraphics, 80},
+    {"Strings", Benchmark::kStrings, 4},
+    {"Memory", Benchmark::kMemory, 2},
+    {"Savage", Benchmark::kSavage, 2},
+    {"Ackerman", Benchmark::kAckerman, 2},
+    {"Fourier", Benchmark::kFourier, 4},
+    {"Whetstone", Benchmark::kWhetstone, 2},
+    {"Sieve", Benchmark::kSieve, 4},
+    {"LifeCycle", Benchmark::kFileLifeCycle, 11},
+    {"Input/Output", Benchmark::kFileIO, 8},
 };
 
-const char* kRunUsage = "usage: quickstep-cli run TESTS [--save FILE] [--json]\n"
-                        "  TESTS: comma-separated, any case: all, Strings, Memory, Savage,\n"
-                        "  Ackerman, Dhrystone, Fourier, Whetstone, Sieve, LifeCycle (Disk LifeCycle),\n"
-                        "  Input/Output (Disk Input/Output); all is every test but graphics\n";
+const char* kRunUsage =
+    "usage: quickstep-cli run TESTS [--json]\n"
+    "  TESTS: comma-separated, any case: all, Strings, Memory, Savage,\n"
+    "  Ackerman, Dhrystone, Fourier, Whetstone, Sieve, LifeCycle (Disk LifeCycle),\n"
+    "  Input/Output (Disk Input/Output); all is every test but graphics\n";
 
 const int kExitInterrupted = 130;
 
 struct RunOptions {
 	std::string tests;
-	std::string saveFile;
 	bool json = false;
 };
 
@@ -308,8 +307,7 @@ PrintTable(Results& results, int32 configurations)
 	printf("\nDevices\n");
 	LinkList<RelatedDevices>& devices = results.Devices();
 	for (RelatedDevices* device = devices.First(); device != nullptr; device = devices.Next()) {
-		printf("  %-8s %s\n", RelatedDevices::ClassLabel(device->ClassId()),
-		       device->Description());
+		printf("  %-8s %s\n", RelatedDevices::ClassLabel(device->ClassId()), device->Description());
 	}
 }
 
@@ -335,13 +333,17 @@ PrintJson(Results& results, int32 configurations, double wallSeconds)
 			times.push_back(metric->TimeAt(i));
 			rates.push_back(metric->Rate(i));
 		}
-		metrics.push_back({{"index", metric->Index()}, {"name", metric->Description()},
-			{"units", metric->Units()}, {"cycles", metric->NbrCycles()}, {"times", times},
-			{"rates", rates}});
+		metrics.push_back({{"index", metric->Index()},
+		                   {"name", metric->Description()},
+		                   {"units", metric->Units()},
+		                   {"cycles", metric->NbrCycles()},
+		                   {"times", times},
+		                   {"rates", rates}});
 	}
 	record["metrics"] = metrics;
 	// Replaces bytes that are not UTF-8 (a device name) instead of failing.
-	printf("%s\n", record.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+	printf("%s\n",
+	       record.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
 }
 
 
@@ -378,14 +380,6 @@ RunTests(const RunOptions& options)
 	else
 		PrintTable(results, configurations);
 
-	if (!options.saveFile.empty()) {
-		const status_t saved = WriteResultsFile(results, options.saveFile.c_str());
-		if (saved != B_OK) {
-			fprintf(stderr, "quickstep-cli run: cannot write %s: %s\n", options.saveFile.c_str(),
-			        strerror(saved));
-			return 1;
-		}
-	}
 	return 0;
 }
 
@@ -396,11 +390,12 @@ void
 AddRunCommand(CLI::App& app, CommandTable& commands)
 {
 	static RunOptions options;
-	CLI::App* command = app.add_subcommand("run", "Run benchmark tests, once per CPU configuration");
-	command->add_option("tests", options.tests,
-	                    "Comma-separated tests (check-box labels or display names), or all")
+	CLI::App* command =
+	    app.add_subcommand("run", "Run benchmark tests, once per CPU configuration");
+	command
+	    ->add_option("tests", options.tests,
+	                 "Comma-separated tests (check-box labels or display names), or all")
 	    ->required();
-	command->add_option("--save", options.saveFile, "Write the run to this results file");
 	command->add_flag("--json", options.json, "Print the run as JSON instead of a table");
 	commands.Add(command, [] { return RunTests(options); });
 }
