@@ -282,7 +282,9 @@ Benchmark::RunSavage()
 }
 
 
-int32
+// Every evaluation is a real call: the compiler may not unroll the recursion
+// into itself.
+__attribute__((noinline)) int32
 Benchmark::Ackerman(const int& m, const int& n)
 {
 	int mm = m;
@@ -432,9 +434,11 @@ Benchmark::SievePass(uint8* flags)
 			continue;
 		const int32 prime = 2 * i + 3;
 		// Clears the flag of i itself, never of k: this is the benchmark's
-		// defined workload, so no multiple is ever struck out.
+		// defined workload, so no multiple is ever struck out. One store per
+		// step, which a compiler would otherwise fold into one store per i.
+		volatile uint8* flag = flags + i;
 		for (int32 k = i + prime; k <= kSieveFlags; k += prime)
-			flags[i] = 0;
+			*flag = 0;
 	}
 }
 
