@@ -29,6 +29,7 @@
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
 #include "results/Results.h"
+#include "results/ResultsFile.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ const CheckBox kCheckBoxes[] = {
 };
 
 const char* kRunUsage =
-    "usage: quickstep-cli run TESTS [--json]\n"
+    "usage: quickstep-cli run TESTS [--save FILE] [--json]\n"
     "  TESTS: comma-separated, any case: all, Strings, Memory, Savage,\n"
     "  Ackerman, Dhrystone, Fourier, Whetstone, Sieve, LifeCycle (Disk LifeCycle),\n"
     "  Input/Output (Disk Input/Output); all is every test but graphics\n";
@@ -63,6 +64,7 @@ const int kExitInterrupted = 130;
 
 struct RunOptions {
 	std::string tests;
+	std::string saveFile;
 	bool json = false;
 };
 
@@ -380,6 +382,15 @@ RunTests(const RunOptions& options)
 	else
 		PrintTable(results, configurations);
 
+	if (!options.saveFile.empty()) {
+		const ResultsFileStatus saved = ResultsFile::Write(options.saveFile.c_str(), results);
+		if (saved != kResultsFileOK) {
+			const char* why =
+			    saved == kResultsFileCannotOpen ? strerror(errno) : ResultsFile::StatusText(saved);
+			fprintf(stderr, "quickstep-cli run: %s: %s\n", options.saveFile.c_str(), why);
+			return 1;
+		}
+	}
 	return 0;
 }
 
@@ -396,6 +407,7 @@ AddRunCommand(CLI::App& app, CommandTable& commands)
 	    ->add_option("tests", options.tests,
 	                 "Comma-separated tests (check-box labels or display names), or all")
 	    ->required();
+	command->add_option("--save", options.saveFile, "Write the run to this results file");
 	command->add_flag("--json", options.json, "Print the run as JSON instead of a table");
 	commands.Add(command, [] { return RunTests(options); });
 }

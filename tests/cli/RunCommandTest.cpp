@@ -138,7 +138,8 @@ TEST_F(RunCommandTest, RefusesUnknownTestsAndTheGraphicsTest)
 
 TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 {
-	Outcome outcome = Run({"run", " ackerman , Disk LifeCycle", "--json"});
+	const std::string saved = fTemp + "/run.results";
+	Outcome outcome = Run({"run", " ackerman , Disk LifeCycle", "--json", "--save", saved});
 	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
 	EXPECT_NE(outcome.out.find("\"index\": 400"), std::string::npos) << outcome.out;
 	EXPECT_NE(outcome.out.find("\"name\": \"Disk File Creation\""), std::string::npos);
@@ -148,6 +149,22 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	EXPECT_NE(outcome.err.find("Testing Ackerman (cpu 1/"), std::string::npos) << outcome.err;
 	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
 	EXPECT_TRUE(TempEntries().empty());
+
+	// The results file: version, length, and the record with every metric.
+	const std::string file = ReadAll(saved);
+	EXPECT_EQ(file.rfind("1.0\n", 0), 0u) << file;
+	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
+	EXPECT_NE(file.find(";900:1000/"), std::string::npos) << file;
+	EXPECT_NE(file.find(";901:1000/"), std::string::npos) << file;
+}
+
+
+TEST_F(RunCommandTest, SaveToAnUnwritablePlaceFails)
+{
+	Outcome outcome = Run({"run", "memory", "--save", fTemp + "/missing/run.results"});
+	EXPECT_EQ(outcome.exitStatus, 1);
+	EXPECT_NE(outcome.err.find("missing/run.results: "), std::string::npos) << outcome.err;
+	EXPECT_NE(outcome.out.find("Memory"), std::string::npos) << "the table comes first";
 }
 
 
