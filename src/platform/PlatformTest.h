@@ -28,4 +28,8 @@ void platform_set_cpu_state_hook(cpu_state_hook hook);
 // of asking the display.
 void platform_set_screen(const BRect* frame, color_space space);
 
+// Makes every extended-attribute call fail as on a file system without them, so
+// node attributes go to the per-user fallback store (false: the real calls).
+void platform_set_xattr_disabled(bool disabled);
+
 #endif // PLATFORM_TEST_H
