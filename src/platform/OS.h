@@ -47,17 +47,57 @@ typedef struct {
 	void* stack_end;
 } thread_info;
 
-// Threads start suspended: resume_thread (or wait_for_thread) lets them run.
+// Threads have positive ids, never reused in a run. Threads that spawn_thread
+// did not make (the main thread, std::thread) get an id when they ask for
+// their own (find_thread(nullptr)); they can be suspended but neither killed
+// nor waited for (B_NOT_ALLOWED), and their id goes when they end.
+//
+// States from get_thread_info:
+//   B_THREAD_SUSPENDED  spawned and not yet started, or suspended
+//   B_THREAD_ASLEEP     inside snooze
+//   B_THREAD_WAITING    inside wait_for_thread; blocked in the kernel outside
+//                       this layer; or finished and not yet waited for
+//   B_THREAD_RUNNING    runnable (on a processor or ready for one)
+// A finished thread stays known, with its exit value, until wait_for_thread
+// reaps it; of the finished threads nobody waits for, the 4096 most recent
+// are kept and older ones forgotten.
+
+// Threads start suspended, at a start gate: resume_thread (or wait_for_thread)
+// lets them run. Priorities are clamped to 1..120 and recorded; below
+// B_NORMAL_PRIORITY the thread's nice value goes up by 2 per step.
 thread_id spawn_thread(thread_func func, const char* name, int32 priority, void* data);
+// Starts a spawned thread or lifts a suspension; B_BAD_THREAD_STATE for a
+// thread that is running or finished.
 status_t resume_thread(thread_id thread);
+// Stops a running thread where it is (by a signal) and returns once it has
+// stopped. A thread inside one of this layer's calls stops when it leaves the
+// call, so a blocked thread sleeps on and stops when it wakes. Like the
+// original, it may stop a thread that holds a lock (malloc's included): the
+// caller must not need such a lock before resuming it. A thread at its start
+// gate stays there (B_OK); B_BAD_THREAD_STATE for a finished thread.
 status_t suspend_thread(thread_id thread);
+// Takes the thread out of the registry at once (its id answers
+// B_BAD_THREAD_ID from then on, also to threads already waiting for it) and
+// ends it at its next blocking call of this layer: the start gate (the body
+// never runs), snooze or wait_for_thread. There the thread leaves by
+// pthread_exit: its stack unwinds and the destructors of its frames run, so
+// those blocking calls must not be made from noexcept code (destructors
+// included) on a thread that may be killed, nor inside catch (...) without a
+// rethrow. A thread that never blocks there runs on, unreachable, until its
+// body returns or the process ends. A suspended thread that is killed is
+// never resumed: it stays stopped until the process ends (unwinding code that
+// stopped at an arbitrary point is not safe). A thread killing itself ends at
+// its next blocking call. B_BAD_THREAD_ID for a thread that has finished.
 status_t kill_thread(thread_id thread);
+// Starts a thread that was never resumed, waits for its end, hands back its
+// exit value and forgets the thread. B_NOT_ALLOWED for the caller itself.
 status_t wait_for_thread(thread_id thread, status_t* exitValue);
 status_t get_thread_info(thread_id thread, thread_info* info);
 // Answers the previous priority, or B_BAD_THREAD_ID.
 status_t set_thread_priority(thread_id thread, int32 newPriority);
 // The calling thread's id for a null name, else the first live thread of that name.
 thread_id find_thread(const char* name);
+// Sleeps on a monotonic clock; a killed thread ends here.
 status_t snooze(bigtime_t microseconds);
 
 // Microseconds on a monotonic clock.

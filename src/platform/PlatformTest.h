@@ -32,4 +32,7 @@ void platform_set_screen(const BRect* frame, color_space space);
 // node attributes go to the per-user fallback store (false: the real calls).
 void platform_set_xattr_disabled(bool disabled);
 
+// How many finished, never waited-for threads stay known (0: the default).
+void platform_set_finished_thread_limit(int32 limit);
+
 #endif // PLATFORM_TEST_H
