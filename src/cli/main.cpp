@@ -18,6 +18,7 @@ main(int argc, char** argv)
 	AddPlatformCommand(app, commands);
 	AddSystemCommand(app, commands);
 	AddDevicesCommand(app, commands);
+	AddHelpCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {
