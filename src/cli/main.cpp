@@ -19,6 +19,7 @@ main(int argc, char** argv)
 	AddRunCommand(app, commands);
 	AddSystemCommand(app, commands);
 	AddDevicesCommand(app, commands);
+	AddHelpCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {
