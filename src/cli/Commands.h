@@ -28,5 +28,7 @@ private:
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
 void AddDevicesCommand(CLI::App& app, CommandTable& commands);
+void AddStoreCommand(CLI::App& app, CommandTable& commands);
+void AddCompareCommand(CLI::App& app, CommandTable& commands);
 
 #endif // CLI_COMMANDS_H

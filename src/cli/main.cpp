@@ -18,6 +18,8 @@ main(int argc, char** argv)
 	AddPlatformCommand(app, commands);
 	AddSystemCommand(app, commands);
 	AddDevicesCommand(app, commands);
+	AddStoreCommand(app, commands);
+	AddCompareCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {
