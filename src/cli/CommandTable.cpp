@@ -2,6 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <AppFileInfo.h>
+#include <Path.h>
+
 void
 CommandTable::Add(CLI::App* command, std::function<int()> run)
 {
@@ -16,4 +19,20 @@ CommandTable::Run(const CLI::App&) const
 			return entry.run();
 	}
 	return 2;
+}
+
+
+status_t
+DesktopExecutablePath(BPath& out)
+{
+	BPath self;
+	status_t status = get_app_path(&self);
+	if (status != B_OK)
+		return status;
+	BPath directory;
+	status = self.GetParent(&directory);
+	if (status != B_OK)
+		return status;
+	out = directory;
+	return out.Append("quickstep");
 }

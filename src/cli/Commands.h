@@ -6,9 +6,13 @@
 #include <functional>
 #include <vector>
 
+#include <SupportDefs.h>
+
 namespace CLI {
 class App;
 }
+
+class BPath;
 
 class CommandTable
 {
@@ -25,10 +29,15 @@ private:
 	std::vector<Entry> fEntries;
 };
 
+// The desktop program "quickstep" beside this executable, whether or not it
+// has been built: its attributes hold the comparison store and the stored help.
+status_t DesktopExecutablePath(BPath& out);
+
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
 void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 void AddStoreCommand(CLI::App& app, CommandTable& commands);
 void AddCompareCommand(CLI::App& app, CommandTable& commands);
+void AddHelpCommand(CLI::App& app, CommandTable& commands);
 
 #endif // CLI_COMMANDS_H

@@ -9,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 #include <Errors.h>
+#include <Path.h>
 
 #include "cli/Commands.h"
 #include "results/CompareStore.h"
@@ -87,22 +88,25 @@ Compare(const std::string& test, const std::string& resultsPath)
 		rows.Insert(current);
 	}
 
-	LibString storePath;
-	status_t status = CompareStore::DesktopExecutablePath(storePath);
-	if (status == B_OK) {
-		CompareStore store(storePath);
-		status = store.Read(rows);
+	BPath storePath;
+	status_t status = DesktopExecutablePath(storePath);
+	if (status != B_OK) {
+		fprintf(stderr, "%s: cannot find this program's own path: %s\n", kPrefix,
+		        strerror_status(status));
+		return 1;
 	}
+	CompareStore store(storePath.Path());
+	status = store.Read(rows);
 	if (status != B_OK) {
 		fprintf(stderr, "%s: cannot read the comparison store of %s: %s\n", kPrefix,
-		        storePath.String(), strerror_status(status));
+		        storePath.Path(), strerror_status(status));
 		return 1;
 	}
 	if (rows.Size() == 0) {
 		fprintf(stderr,
 		        "%s: nothing to compare: the store of %s is empty and no --results file "
 		        "was given\n",
-		        kPrefix, storePath.String());
+		        kPrefix, storePath.Path());
 		return 1;
 	}
 

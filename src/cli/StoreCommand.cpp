@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 #include <Errors.h>
+#include <Path.h>
 
 #include "cli/Commands.h"
 #include "results/CompareStore.h"
@@ -23,9 +24,9 @@ const char* kPrefix = "quickstep-cli store";
 
 // The store's path, or an error line and false.
 bool
-StorePath(LibString& path)
+StorePath(BPath& path)
 {
-	const status_t status = CompareStore::DesktopExecutablePath(path);
+	const status_t status = DesktopExecutablePath(path);
 	if (status != B_OK) {
 		fprintf(stderr, "%s: cannot find this program's own path: %s\n", kPrefix,
 		        strerror_status(status));
@@ -69,10 +70,10 @@ WriteStore(CompareStore& store, ResultList& rows)
 int
 List()
 {
-	LibString path;
+	BPath path;
 	if (!StorePath(path))
 		return 1;
-	CompareStore store(path);
+	CompareStore store(path.Path());
 	ResultList rows;
 	if (!ReadStore(store, rows))
 		return 1;
@@ -94,10 +95,10 @@ List()
 int
 Add(const std::vector<std::string>& files)
 {
-	LibString path;
+	BPath path;
 	if (!StorePath(path))
 		return 1;
-	CompareStore store(path);
+	CompareStore store(path.Path());
 	ResultList rows;
 	if (!ReadStore(store, rows))
 		return 1;
@@ -133,10 +134,10 @@ Add(const std::vector<std::string>& files)
 int
 Remove(int row)
 {
-	LibString path;
+	BPath path;
 	if (!StorePath(path))
 		return 1;
-	CompareStore store(path);
+	CompareStore store(path.Path());
 	ResultList rows;
 	if (!ReadStore(store, rows))
 		return 1;
@@ -158,10 +159,10 @@ Remove(int row)
 int
 Export(const std::string& directory)
 {
-	LibString path;
+	BPath path;
 	if (!StorePath(path))
 		return 1;
-	CompareStore store(path);
+	CompareStore store(path.Path());
 	ResultList rows;
 	if (!ReadStore(store, rows))
 		return 1;

@@ -20,6 +20,7 @@ main(int argc, char** argv)
 	AddDevicesCommand(app, commands);
 	AddStoreCommand(app, commands);
 	AddCompareCommand(app, commands);
+	AddHelpCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {

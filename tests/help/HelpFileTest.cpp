@@ -1,0 +1,134 @@
+#include "help/HelpFile.h"
+
+#include <cstdio>
+#include <set>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <Path.h>
+#include <PlatformTest.h>
+
+#include "help/xmlTag.h"
+#include "platform/TempDirectory.h"
+
+static const char* kShipped = QS_SOURCE_DIR "/data/QStp.help";
+
+
+static void
+WriteFile(const std::string& path, const char* text)
+{
+	FILE* file = fopen(path.c_str(), "w");
+	ASSERT_NE(file, nullptr);
+	fputs(text, file);
+	fclose(file);
+}
+
+
+TEST(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
+{
+	LinkList<HelpRow> rows;
+	ASSERT_EQ(HelpFile::ReadContents(kShipped, rows), B_OK);
+	ASSERT_GT(rows.Size(), 10);
+
+	LinkList<LibString> names;
+	ASSERT_EQ(HelpFile::ReadPageNames(kShipped, names), B_OK);
+	std::set<std::string> pages;
+	for (LibString* name = names.First(); name != nullptr; name = names.Next())
+		EXPECT_TRUE(pages.insert(name->String()).second) << "page twice: " << name->String();
+
+	std::set<std::string> reached;
+	std::set<std::string> views;
+	for (HelpRow* row = rows.First(); row != nullptr; row = rows.Next()) {
+		EXPECT_FALSE(row->label.IsEmpty());
+		ASSERT_FALSE(row->page.IsEmpty()) << "row without a page: " << row->label.String();
+		EXPECT_EQ(pages.count(row->page.String()), 1u)
+		    << "row " << row->label.String() << " names a missing page " << row->page.String();
+		reached.insert(row->page.String());
+		for (LibString* view = row->views.First(); view != nullptr; view = row->views.Next())
+			EXPECT_TRUE(views.insert(view->String()).second) << "key twice: " << view->String();
+	}
+	for (const std::string& page : pages)
+		EXPECT_EQ(reached.count(page), 1u) << "page not in the contents: " << page;
+
+	// Keys the windows build from their names must be there.
+	EXPECT_EQ(views.count("QuickstepWin/cpusieve/cpubox/bgview"), 1u);
+	EXPECT_EQ(views.count("AboutSysWindow/nbr_cpu/cpu/AbtSysView"), 1u);
+}
+
+
+TEST(HelpFileTest, PageTextPutsBreaksWhereTheyStood)
+{
+	TempDirectory dir;
+	std::string path = dir.Path("page.help");
+	WriteFile(path, "<PAGE NAME=\"a\">First line. <BR/> Second line. <P/> Next\n"
+	                " paragraph.</PAGE>\n<PAGE NAME=\"b\">Other</PAGE>\n");
+
+	xmlTag page;
+	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "a", page), B_OK);
+	EXPECT_STREQ(HelpFile::PageText(page).String(), "First line.\nSecond line.\n\nNext paragraph.");
+
+	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "b", page), B_OK);
+	EXPECT_STREQ(HelpFile::PageText(page).String(), "Other");
+	EXPECT_EQ(HelpFile::ReadPage(path.c_str(), "c", page), B_NAME_NOT_FOUND);
+	EXPECT_EQ(HelpFile::ReadPage(dir.Path("none").c_str(), "a", page), B_ENTRY_NOT_FOUND);
+}
+
+
+TEST(HelpFileTest, ContentsRowsKeepDepthAndEveryView)
+{
+	TempDirectory dir;
+	std::string path = dir.Path("rows.help");
+	WriteFile(path, "<CONTENTS>\n<T PAGE=\"p1\" VIEW=\"W/a\" VIEW=\"W/b\">One\n"
+	                "<T PAGE=\"p2\">Two</T></T>\n<T PAGE=\"p3\">Three</T>\n</CONTENTS>\n");
+
+	LinkList<HelpRow> rows;
+	ASSERT_EQ(HelpFile::ReadContents(path.c_str(), rows), B_OK);
+	ASSERT_EQ(rows.Size(), 3);
+	EXPECT_STREQ(rows.Get(0L)->label.String(), "One");
+	EXPECT_EQ(rows.Get(0L)->views.Size(), 2);
+	EXPECT_STREQ(rows.Get(0L)->views.Get(1L)->String(), "W/b");
+	EXPECT_EQ(rows.Get(1L)->depth, 1);
+	EXPECT_STREQ(rows.Get(1L)->page.String(), "p2");
+	EXPECT_EQ(rows.Get(2L)->depth, 0);
+}
+
+
+// The working directory wins over the temporary directory, which wins over
+// the copy stored in the executable.
+TEST(HelpFileTest, LocateSearchesInOrder)
+{
+	TempDirectory dir;
+	dir.UseAsDataHome();
+	ASSERT_EQ(mkdir(dir.Path("cwd").c_str(), 0755), 0);
+	ASSERT_EQ(mkdir(dir.Path("tmp").c_str(), 0755), 0);
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, dir.Path("tmp").c_str());
+	char previous[1024];
+	ASSERT_NE(getcwd(previous, sizeof(previous)), nullptr);
+	ASSERT_EQ(chdir(dir.Path("cwd").c_str()), 0);
+
+	std::string executable = dir.Path("quickstep");
+	std::string source = dir.Path("source.help");
+	WriteFile(source, "<CONTENTS></CONTENTS>\n");
+	BPath found;
+	EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_ENTRY_NOT_FOUND);
+
+	ASSERT_EQ(HelpFile::Store(executable.c_str(), source.c_str()), B_OK);
+	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
+	EXPECT_STREQ(found.Path(), dir.Path("tmp/QStp.help").c_str());
+	FILE* extracted = fopen(found.Path(), "r");
+	ASSERT_NE(extracted, nullptr);
+	char line[64] = "";
+	EXPECT_NE(fgets(line, sizeof(line), extracted), nullptr);
+	fclose(extracted);
+	EXPECT_STREQ(line, "<CONTENTS></CONTENTS>\n");
+
+	WriteFile(dir.Path("cwd/QStp.help"), "x");
+	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
+	EXPECT_STREQ(found.Path(), dir.Path("cwd/QStp.help").c_str());
+
+	ASSERT_EQ(chdir(previous), 0);
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+}
