@@ -1,5 +1,9 @@
-// get_nth_pci_info over sysfs. The bus is read afresh on every call: callers
-// walk it from index 0 until an error, a few dozen functions at most.
+// get_nth_pci_info over sysfs. The list of functions and their id files are
+// read afresh on every call: callers walk the bus from index 0 until an
+// error, a few dozen functions at most. Configuration space is another
+// matter: on virtual machines every read of it traps to the hypervisor and
+// costs milliseconds, and the catalogue walks the bus some twenty times, so
+// its first bytes are read once per function and kept for the process.
 #include "PCI.h"
 
 #include <algorithm>
@@ -7,6 +11,9 @@
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+#include <map>
+#include <mutex>
 
 #include <dirent.h>
 
@@ -69,6 +76,23 @@ ListFunctions(const std::string& directoryPath)
 	return functions;
 }
 
+// The first 64 bytes of configuration space of the function at path.
+std::string
+ConfigHeader(const std::string& path)
+{
+	static std::mutex sLock;
+	static std::map<std::string, std::string> sHeaders;
+
+	std::lock_guard<std::mutex> lock(sLock);
+	auto found = sHeaders.find(path);
+	if (found != sHeaders.end())
+		return found->second;
+	std::string config;
+	ReadFile(path, config, 64);
+	sHeaders[path] = config;
+	return config;
+}
+
 } // namespace
 
 long
@@ -92,8 +116,7 @@ get_nth_pci_info(long index, pci_info* info)
 
 	// The first 64 bytes of configuration space are readable by everyone; they
 	// hold what the separate files do not (header type, latency ...).
-	std::string config;
-	ReadFile(base + "config", config, 64);
+	std::string config = ConfigHeader(base + "config");
 	auto configByte = [&config](size_t offset) {
 		return offset < config.size() ? static_cast<uint8>(config[offset]) : uint8(0);
 	};
