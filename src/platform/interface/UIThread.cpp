@@ -133,6 +133,28 @@ UILockGeneration()
 }
 
 
+// #pragma mark - UIGuard
+
+
+UIGuard::UIGuard() : fLocked(HasUIThread() && !CallerHoldsUILock())
+{
+	if (!fLocked)
+		return;
+	Fl::lock();
+	sGeneration++;
+	sHolds++;
+}
+
+
+UIGuard::~UIGuard()
+{
+	if (!fLocked)
+		return;
+	sHolds--;
+	Fl::unlock();
+}
+
+
 // #pragma mark - UILock
 
 

@@ -29,6 +29,22 @@ bool CallerHoldsUILock();
 // thread: a drawing thread makes the window current again after a change.
 uint32 UILockGeneration();
 
+// Holds FLTK's lock for a scope when the calling thread does not hold it yet:
+// building or deleting widgets from another thread must not race with the
+// interface thread.
+class UIGuard
+{
+public:
+	UIGuard();
+	~UIGuard();
+
+	UIGuard(const UIGuard&) = delete;
+	UIGuard& operator=(const UIGuard&) = delete;
+
+private:
+	bool fLocked;
+};
+
 // One looper's view of FLTK's global lock: recursive, counted per thread so
 // that a looper quitting gives back only its own holds.
 class UILock : public LooperLock

@@ -206,6 +206,7 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
       fDrawingMode(B_OP_COPY), fPenSize(1.0f), fFont(*be_plain_font), fPenLocation(0, 0),
       fRecorder(nullptr), fWidget(nullptr), fNative(nullptr)
 {
+	platform_interface::UIGuard guard;
 	GroupCurrentReset reset;
 	fWidget = new ViewWidget(this);
 	UpdateGeometry();
@@ -214,6 +215,7 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
 
 BView::~BView()
 {
+	platform_interface::UIGuard guard;
 	while (!fChildren.empty()) {
 		BView* child = fChildren.back();
 		RemoveChild(child);
