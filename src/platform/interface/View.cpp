@@ -1,6 +1,7 @@
 #include "View.h"
 
 #include <FL/Fl.H>
+#include <FL/filename.H>
 #include <FL/fl_draw.H>
 #include <FL/x.H>
 
@@ -11,7 +12,9 @@
 
 #include "Bitmap.h"
 #include "DrawingRecorder.h"
+#include "AppDefs.h"
 #include "Message.h"
+#include "StorageDefs.h"
 #include "Window.h"
 #include "interface/UIThread.h"
 #include "interface/Widgets.h"
@@ -148,6 +151,15 @@ ViewWidget::handle(int event)
 			if (handled)
 				return handled;
 			return (fView->Flags() & (B_NAVIGABLE | B_NAVIGABLE_JUMP)) != 0 ? 1 : 0;
+		case FL_DND_ENTER:
+		case FL_DND_DRAG:
+		case FL_DND_LEAVE:
+		case FL_DND_RELEASE:
+			return handled != 0 ? handled : (fView->Window() != nullptr ? 1 : 0);
+		case FL_PASTE:
+			if (handled)
+				return handled;
+			return PostDrop() ? 1 : 0;
 		case FL_KEYBOARD:
 			if (handled)
 				return handled;
@@ -160,6 +172,50 @@ ViewWidget::handle(int event)
 		default:
 			return handled;
 	}
+}
+
+// Files dropped on the view arrive as text, one per line: file:// URIs or
+// plain paths. They go to the view as B_SIMPLE_DATA with one entry_ref
+// "refs" per file; a view that does not handle it passes it on to its parents
+// and the window.
+bool
+ViewWidget::PostDrop()
+{
+	BWindow* window = fView->Window();
+	const char* text = Fl::event_text();
+	if (window == nullptr || text == nullptr)
+		return false;
+	BMessage message(B_SIMPLE_DATA);
+	std::string all(text, static_cast<size_t>(std::max(0, Fl::event_length())));
+	size_t start = 0;
+	while (start < all.size()) {
+		size_t end = all.find('\n', start);
+		if (end == std::string::npos)
+			end = all.size();
+		std::string line = all.substr(start, end - start);
+		start = end + 1;
+		while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+			line.pop_back();
+		if (line.compare(0, 7, "file://") == 0) {
+			line.erase(0, 7);
+			// A host part (file://host/path) is dropped.
+			size_t slash = line.find('/');
+			if (slash != std::string::npos)
+				line.erase(0, slash);
+			std::vector<char> decoded(line.begin(), line.end());
+			decoded.push_back('\0');
+			fl_decode_uri(decoded.data());
+			line = decoded.data();
+		}
+		if (line.empty() || line[0] != '/')
+			continue;
+		entry_ref ref(line.c_str());
+		message.AddRef("refs", &ref);
+	}
+	if (!message.HasRef("refs"))
+		return false;
+	window->PostMessage(&message, fView);
+	return true;
 }
 
 } // namespace platform_interface
@@ -471,6 +527,12 @@ BView::AttachTo(BWindow* window)
 {
 	fWindow = window;
 	window->AddHandler(this);
+	// Messages a view leaves alone go on to its parent, and at the top to
+	// the window.
+	if (fParent != nullptr)
+		SetNextHandler(fParent);
+	else
+		SetNextHandler(window);
 	for (BView* child : fChildren)
 		child->AttachTo(window);
 	UpdateGeometry();
@@ -489,6 +551,7 @@ BView::DetachFrom()
 		fWindow->ViewRemoved(this);
 		fWindow->RemoveHandler(this);
 	}
+	SetNextHandler(nullptr);
 	fWindow = nullptr;
 }
 

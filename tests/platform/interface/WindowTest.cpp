@@ -242,3 +242,27 @@ TEST(WindowTest, ViewsFollowTheWindowsSizeByTheirResizingModes)
 	EXPECT_EQ(BRect(10, 10, 49, 29), fixed->Frame());
 	window->Quit();
 }
+
+
+TEST(WindowTest, MessagesAViewLeavesGoOnToItsParentsAndTheWindow)
+{
+	REQUIRE_DISPLAY();
+	RecordingWindow* window = new RecordingWindow;
+	BView* background = MakeView("bgview", BRect(0, 0, 199, 99), B_FOLLOW_ALL_SIDES);
+	BView* inner = MakeView("inner", BRect(10, 10, 49, 29));
+	background->AddChild(inner);
+	window->AddChild(background);
+	window->Run();
+
+	BMessage message(kMsgNumbered);
+	message.AddInt32("n", 0);
+	EXPECT_EQ(B_OK, BMessenger(inner).SendMessage(&message));
+	EXPECT_TRUE(platform_ui_run_until([window] { return window->handled.load() == 1; }, 5000000));
+
+	// Once out of the window the view is no target any more.
+	window->Lock();
+	inner->RemoveSelf();
+	EXPECT_EQ(B_BAD_HANDLER, BMessenger(inner).SendMessage(&message));
+	delete inner;
+	window->Quit();
+}
