@@ -55,13 +55,15 @@ BApplication::BApplication(const char* signature)
 	memcpy(fCursor, B_HAND_CURSOR, sizeof(fCursor));
 	be_app = this;
 
-	bool display = platform_display_available();
+	platform_display_available();
 	platform_interface::BecomeUIThread();
 	SetLock(std::make_shared<platform_interface::UILock>());
-	// FLTK ends the process when it cannot open the display: only open it
-	// when it answers (tests that record drawing run without one).
-	if (display)
-		fl_open_display();
+	// FLTK ends the process when it cannot open the display itself: it is
+	// handed the connection opened here, when there is one (tests that
+	// record drawing run without).
+	Display* display = XOpenDisplay(nullptr);
+	if (display != nullptr)
+		fl_open_display(display);
 	platform_interface::RegisterLooper(this, &BApplication::DrainQueue);
 
 	FILE* file = fopen("/proc/self/cmdline", "rb");
