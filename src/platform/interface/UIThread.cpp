@@ -19,7 +19,6 @@ namespace {
 std::atomic<bool> sHasUIThread(false);
 std::thread::id sUIThread;
 int32 sUIThreadId = B_ERROR;
-std::atomic<uint32> sGeneration(0);
 thread_local int32 sHolds = 0;
 
 struct LooperEntry {
@@ -126,13 +125,6 @@ CallerHoldsUILock()
 }
 
 
-uint32
-UILockGeneration()
-{
-	return sGeneration;
-}
-
-
 // #pragma mark - UIGuard
 
 
@@ -141,7 +133,6 @@ UIGuard::UIGuard() : fLocked(HasUIThread() && !CallerHoldsUILock())
 	if (!fLocked)
 		return;
 	Fl::lock();
-	sGeneration++;
 	sHolds++;
 }
 
@@ -173,8 +164,6 @@ UILock::Acquire(bigtime_t timeout)
 {
 	(void)timeout;
 	Fl::lock();
-	if (!IsUIThread() && sHolds == 0)
-		sGeneration++;
 	sHolds++;
 	std::lock_guard<std::mutex> guard(fCountMutex);
 	fCounts[std::this_thread::get_id()]++;

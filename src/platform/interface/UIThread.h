@@ -25,9 +25,6 @@ bool HasUIThread();
 // Whether the calling thread holds FLTK's lock through any window or the
 // application (the interface thread always does).
 bool CallerHoldsUILock();
-// Counts acquisitions of the lock by threads other than the interface
-// thread: a drawing thread makes the window current again after a change.
-uint32 UILockGeneration();
 
 // Holds FLTK's lock for a scope when the calling thread does not hold it yet:
 // building or deleting widgets from another thread must not race with the

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -28,6 +29,22 @@ public:
 		fReceived.push_back(*message);
 	}
 
+	void ArgvReceived(int32 argc, char** argv) override
+	{
+		std::lock_guard<std::mutex> guard(fMutex);
+		fArguments.assign(argv, argv + argc);
+	}
+
+	void ReadyToRun() override { fReadyCount++; }
+
+	std::vector<std::string> Arguments()
+	{
+		std::lock_guard<std::mutex> guard(fMutex);
+		return fArguments;
+	}
+
+	int32 ReadyCount() const { return fReadyCount; }
+
 	std::vector<BMessage> Received()
 	{
 		std::lock_guard<std::mutex> guard(fMutex);
@@ -43,6 +60,8 @@ public:
 private:
 	std::mutex fMutex;
 	std::vector<BMessage> fReceived;
+	std::vector<std::string> fArguments;
+	std::atomic<int32> fReadyCount{0};
 };
 
 inline bool
