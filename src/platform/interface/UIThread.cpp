@@ -146,6 +146,20 @@ UIGuard::~UIGuard()
 }
 
 
+NestedLoopUnlock::NestedLoopUnlock() : fHeld(IsUIThread() ? sHolds : 0)
+{
+	for (int32 i = 0; i < fHeld; i++)
+		Fl::unlock();
+}
+
+
+NestedLoopUnlock::~NestedLoopUnlock()
+{
+	for (int32 i = 0; i < fHeld; i++)
+		Fl::lock();
+}
+
+
 // #pragma mark - UILock
 
 

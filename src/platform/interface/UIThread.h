@@ -42,6 +42,23 @@ private:
 	bool fLocked;
 };
 
+// For a nested loop on the interface thread (a modal alert inside a message
+// handler): FLTK gives up its lock while it waits only when held once, so the
+// holds of windows locked around the loop are given back for its duration
+// and taken again after.
+class NestedLoopUnlock
+{
+public:
+	NestedLoopUnlock();
+	~NestedLoopUnlock();
+
+	NestedLoopUnlock(const NestedLoopUnlock&) = delete;
+	NestedLoopUnlock& operator=(const NestedLoopUnlock&) = delete;
+
+private:
+	int32 fHeld;
+};
+
 // One looper's view of FLTK's global lock: recursive, counted per thread so
 // that a looper quitting gives back only its own holds.
 class UILock : public LooperLock

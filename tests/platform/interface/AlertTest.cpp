@@ -113,3 +113,79 @@ TEST(AlertTest, GoOnTheInterfaceThreadKeepsOtherWindowsServed)
 	window->Lock();
 	window->Quit();
 }
+
+
+namespace {
+
+const uint32 kMsgAsk = 'ask ';
+
+// Asks its question from inside a message handler, with itself locked once
+// more, as windows do before starting work.
+class AskingWindow : public BWindow
+{
+public:
+	AskingWindow() : BWindow(BRect(400, 300, 499, 349), "Asking", B_TITLED_WINDOW, 0) {}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what != kMsgAsk) {
+			BWindow::MessageReceived(message);
+			return;
+		}
+		Lock();
+		BAlert* alert = new BAlert("QuestionInHandler", "Go on?", "Stop", "Go");
+		alert->SetShortcut(1, 'g');
+		answer = alert->Go();
+		Unlock();
+	}
+
+	std::atomic<int32> answer{-2};
+};
+
+} // namespace
+
+
+TEST(AlertTest, OtherThreadsMayLockWindowsWhileAHandlerWaitsForAnAlert)
+{
+	REQUIRE_XDOTOOL();
+	AskingWindow* asking = new AskingWindow;
+	CountingWindow* other = new CountingWindow;
+	asking->Run();
+	asking->PostMessage(kMsgAsk);
+
+	std::atomic<bool> lockedDuringAlert(false);
+	std::atomic<bool> lockerDone(false);
+	std::atomic<bool> helperDone(false);
+	std::thread helper([&] {
+		if (!Xdotool("search --sync --onlyvisible --name QuestionInHandler")) {
+			helperDone = true;
+			return;
+		}
+		std::thread locker([&] {
+			if (other->Lock()) {
+				other->Unlock();
+				lockedDuringAlert = asking->answer.load() == -2;
+			}
+			lockerDone = true;
+		});
+		for (int i = 0; i < 300 && !lockerDone.load(); i++)
+			snooze(10000);
+		Xdotool("search --onlyvisible --name QuestionInHandler "
+		        "mousemove --sync --window %1 20 20 key g");
+		locker.join();
+		helperDone = true;
+	});
+	// Runs the loop until the helper is done too: a locker still waiting
+	// needs this thread to give the lock up.
+	bool answered = platform_ui_run_until(
+	    [&] { return asking->answer.load() != -2 && helperDone.load(); }, 15000000);
+	helper.join();
+
+	EXPECT_TRUE(answered);
+	EXPECT_EQ(1, asking->answer.load());
+	EXPECT_TRUE(lockedDuringAlert.load());
+	asking->Lock();
+	asking->Quit();
+	other->Lock();
+	other->Quit();
+}
