@@ -19,6 +19,7 @@
 #include "interface/Widgets.h"
 
 BApplication* be_app = nullptr;
+BMessenger be_app_messenger;
 
 // An arrow: hot spot at the tip (row 0, column 0).
 const unsigned char B_HAND_CURSOR[68] = {
@@ -65,6 +66,7 @@ BApplication::BApplication(const char* signature)
 	if (display != nullptr)
 		fl_open_display(display);
 	platform_interface::RegisterLooper(this, &BApplication::DrainQueue);
+	be_app_messenger = BMessenger(this);
 
 	FILE* file = fopen("/proc/self/cmdline", "rb");
 	if (file != nullptr) {
@@ -95,8 +97,10 @@ BApplication::~BApplication()
 		window->Quit();
 	}
 	platform_interface::UnregisterLooper(this);
-	if (be_app == this)
+	if (be_app == this) {
 		be_app = nullptr;
+		be_app_messenger = BMessenger();
+	}
 }
 
 

@@ -229,3 +229,27 @@ TEST(LibWindowTest, ShiftF1OverAViewPostsItsNameAndParentsToTheApplication)
 	window->Lock();
 	window->Quit();
 }
+
+
+TEST(LibWindowTest, PopShowsAHiddenWindowOnceAndShowsNestAsHides)
+{
+	REQUIRE_DISPLAY();
+	LibWindow* window = new LibWindow(BRect(100, 100, 299, 199), "Popped", B_TITLED_WINDOW_LOOK,
+	                                  B_NORMAL_WINDOW_FEEL, 0);
+	window->Run();
+	EXPECT_TRUE(window->IsHidden());
+	window->Pop();
+	EXPECT_FALSE(window->IsHidden());
+	// A second Pop must not show it "twice": one Hide hides it again.
+	window->Pop();
+	window->Hide();
+	EXPECT_TRUE(window->IsHidden());
+	window->Hide();
+	window->Show();
+	EXPECT_TRUE(window->IsHidden()) << "two hides need two shows";
+	window->Show();
+	EXPECT_FALSE(window->IsHidden());
+	platform_ui_run_for(100000);
+	window->Lock();
+	window->Quit();
+}
