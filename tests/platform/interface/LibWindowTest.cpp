@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include <Box.h>
+#include <CheckBox.h>
 #include <PlatformTest.h>
 #include <Screen.h>
 #include <View.h>
@@ -181,8 +183,10 @@ TEST(LibWindowTest, ShiftF1OverAViewPostsItsNameAndParentsToTheApplication)
 	TestApp()->Forget();
 	HelpWindow* window = new HelpWindow;
 	BView* background = new BView(window->Bounds(), "bgview", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
-	BView* box = new BView(BRect(10, 10, 189, 69), "cpubox", B_FOLLOW_NONE, B_WILL_DRAW);
-	BView* check = new BView(BRect(10, 10, 99, 29), "cpugraphics", B_FOLLOW_NONE, B_WILL_DRAW);
+	BBox* box = new BBox(BRect(10, 10, 189, 69), "cpubox");
+	box->SetLabel("Architecture");
+	BCheckBox* check =
+	    new BCheckBox(BRect(10, 20, 99, 39), "cpugraphics", "Graphics", new BMessage(2000));
 	BView* disk = new BView(BRect(10, 80, 189, 109), "disio", B_FOLLOW_NONE, B_WILL_DRAW);
 	box->AddChild(check);
 	background->AddChild(box);
