@@ -12,7 +12,9 @@
 #include <ListView.h>
 #include <Menu.h>
 #include <MenuBar.h>
+#include <MenuField.h>
 #include <MenuItem.h>
+#include <PopUpMenu.h>
 #include <ScrollView.h>
 #include <StringView.h>
 #include <TextControl.h>
@@ -242,6 +244,10 @@ TEST(ControlTest, WindowOfControlsIsDrawnOnTheInterfaceThread)
 		list->AddItem(new BStringItem(name));
 	list->Select(1);
 	background->AddChild(new BScrollView("scroll", list, B_FOLLOW_ALL_SIDES, 0, false, true));
+	BPopUpMenu* choices = new BPopUpMenu("Test");
+	choices->AddItem(new BMenuItem("Overall", new BMessage(1000)));
+	choices->ItemAt(0)->SetMarked(true);
+	background->AddChild(new BMenuField(BRect(10, 170, 160, 192), "choices", "Test", choices));
 	DrawCountView* drawn = new DrawCountView(BRect(170, 140, 230, 200));
 	background->AddChild(drawn);
 
