@@ -13,20 +13,26 @@
 
 namespace {
 
-// Refuses to quit until told otherwise; counts how often it was asked.
+// Refuses to quit until told otherwise; counts how often it was asked (in a
+// counter that outlives it).
 class StubbornWindow : public BWindow
 {
 public:
-	StubbornWindow() : BWindow(BRect(20, 20, 119, 69), "Stubborn", B_TITLED_WINDOW, 0) {}
+	StubbornWindow(std::atomic<int32>& asked, std::atomic<bool>& agree)
+	    : BWindow(BRect(20, 20, 119, 69), "Stubborn", B_TITLED_WINDOW, 0), fAsked(asked),
+	      fAgree(agree)
+	{
+	}
 
 	bool QuitRequested() override
 	{
-		asked++;
-		return agree;
+		fAsked++;
+		return fAgree;
 	}
 
-	std::atomic<int32> asked{0};
-	std::atomic<bool> agree{false};
+private:
+	std::atomic<int32>& fAsked;
+	std::atomic<bool>& fAgree;
 };
 
 } // namespace
@@ -36,7 +42,9 @@ TEST(ApplicationTest, RunEndsOnlyWhenEveryWindowAgreesToQuit)
 {
 	REQUIRE_DISPLAY();
 	TestApplication* application = TestApp();
-	StubbornWindow* window = new StubbornWindow;
+	std::atomic<int32> asked(0);
+	std::atomic<bool> agree(false);
+	StubbornWindow* window = new StubbornWindow(asked, agree);
 	window->Run();
 	BMessenger windowMessenger(window);
 	int32 windowsBefore = application->CountWindows();
@@ -47,13 +55,13 @@ TEST(ApplicationTest, RunEndsOnlyWhenEveryWindowAgreesToQuit)
 		EXPECT_EQ(B_OK, messenger.SendMessage('hell'));
 		// Refused: the loop goes on and still takes messages.
 		messenger.SendMessage(B_QUIT_REQUESTED);
-		for (int i = 0; i < 500 && window->asked.load() == 0; i++)
+		for (int i = 0; i < 500 && asked.load() == 0; i++)
 			snooze(10000);
 		messenger.SendMessage('agn1');
 		for (int i = 0; i < 500 && application->Received().size() < 2; i++)
 			snooze(10000);
 		EXPECT_TRUE(running.load());
-		window->agree = true;
+		agree = true;
 		messenger.SendMessage(B_QUIT_REQUESTED);
 	});
 	thread_id thread = application->Run();
@@ -62,7 +70,7 @@ TEST(ApplicationTest, RunEndsOnlyWhenEveryWindowAgreesToQuit)
 
 	EXPECT_GT(thread, 0);
 	EXPECT_EQ(1, application->ReadyCount());
-	EXPECT_EQ(2, window->asked.load()) << "asked once per request";
+	EXPECT_EQ(2, asked.load()) << "asked once per request";
 	std::vector<BMessage> received = application->Received();
 	ASSERT_EQ(2u, received.size());
 	EXPECT_EQ(static_cast<uint32>('hell'), received[0].what);
