@@ -4,6 +4,8 @@
 #include <atomic>
 #include <thread>
 
+#include <unistd.h>
+
 #include <Alert.h>
 #include <Button.h>
 #include <Messenger.h>
@@ -59,9 +61,14 @@ TEST(AlertTest, GoFromAWorkerAnswersTheButtonOfTheShortcutPressed)
 	// by its shortcut, while this thread runs the interface loop.
 	// (xdotool's own status is not looked at: the alert may be gone before
 	// it has finished with the window.)
+	// A key sent while the new window is still being set up can be lost, so
+	// the helper presses again until the alert answers.
 	std::thread presser([&] {
-		Xdotool("search --sync --onlyvisible --name QuestionFromWorker "
-		        "mousemove --sync --window %1 20 20 key n");
+		for (int32 tries = 0; tries < 50 && answer.load() == -2; tries++) {
+			Xdotool("search --onlyvisible --name QuestionFromWorker "
+			        "mousemove --sync --window %1 20 20 key n");
+			usleep(300000);
+		}
 	});
 	bool answered = platform_ui_run_until([&] { return answer.load() != -2; }, 15000000);
 	presser.join();

@@ -85,10 +85,12 @@ HaveXdotool()
 	return system("command -v xdotool >/dev/null 2>&1") == 0;
 }
 
+// Runs xdotool, giving up after 20 seconds (a "search --sync" for a window
+// that never appears would otherwise wait forever).
 inline bool
 Xdotool(const std::string& arguments)
 {
-	std::string command = "xdotool " + arguments + " >/dev/null 2>&1";
+	std::string command = "timeout 20 xdotool " + arguments + " >/dev/null 2>&1";
 	return system(command.c_str()) == 0;
 }
 
