@@ -1272,6 +1272,27 @@ BView::FillTriangle(BPoint p1, BPoint p2, BPoint p3, const pattern& p)
 }
 
 
+// Polygon corners as x, y pixel pairs: in the caller's array for up to
+// kStackCorners corners (no allocation while the graphics test draws), on the
+// heap beyond.
+static const int32 kStackCorners = 8;
+
+static int*
+PixelCorners(const BPoint* points, int32 count, BPoint offset, int* stack, std::vector<int>& heap)
+{
+	int* xy = stack;
+	if (count > kStackCorners) {
+		heap.resize(static_cast<size_t>(count) * 2);
+		xy = heap.data();
+	}
+	for (int32 i = 0; i < count; i++) {
+		xy[2 * i] = Pixel(points[i].x + offset.x);
+		xy[2 * i + 1] = Pixel(points[i].y + offset.y);
+	}
+	return xy;
+}
+
+
 void
 BView::StrokePolygon(const BPoint* points, int32 count, bool closed, const pattern& p)
 {
@@ -1288,17 +1309,9 @@ BView::StrokePolygon(const BPoint* points, int32 count, bool closed, const patte
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int stackPoints[2 * 8];
+	int stackPoints[2 * kStackCorners];
 	std::vector<int> heapPoints;
-	int* xy = stackPoints;
-	if (count > 8) {
-		heapPoints.resize(static_cast<size_t>(count) * 2);
-		xy = heapPoints.data();
-	}
-	for (int32 i = 0; i < count; i++) {
-		xy[2 * i] = Pixel(points[i].x + offset.x);
-		xy[2 * i + 1] = Pixel(points[i].y + offset.y);
-	}
+	int* xy = PixelCorners(points, count, offset, stackPoints, heapPoints);
 	Prepare(painter, this, p)->StrokePolygon(xy, count, closed);
 	Finish(painter, this);
 }
@@ -1320,17 +1333,9 @@ BView::FillPolygon(const BPoint* points, int32 count, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int stackPoints[2 * 8];
+	int stackPoints[2 * kStackCorners];
 	std::vector<int> heapPoints;
-	int* xy = stackPoints;
-	if (count > 8) {
-		heapPoints.resize(static_cast<size_t>(count) * 2);
-		xy = heapPoints.data();
-	}
-	for (int32 i = 0; i < count; i++) {
-		xy[2 * i] = Pixel(points[i].x + offset.x);
-		xy[2 * i + 1] = Pixel(points[i].y + offset.y);
-	}
+	int* xy = PixelCorners(points, count, offset, stackPoints, heapPoints);
 	Prepare(painter, this, p)->FillPolygon(xy, count);
 }
 
