@@ -47,8 +47,8 @@ protected:
 
 TEST_F(LibAppVersionTest, VarietyNamesFollowTheNumbers)
 {
-	const char* expected[] = {"3.10.0 Dev",   "3.10.0 Alpha", "3.10.0 Beta", "3.10.0 Gamma",
-	                          "3.10.0 Gold",  "3.10.0",       "3.10.0"};
+	const char* expected[] = {"3.10.0 Dev",  "3.10.0 Alpha", "3.10.0 Beta", "3.10.0 Gamma",
+	                          "3.10.0 Gold", "3.10.0",       "3.10.0"};
 	for (uint32 variety = 0; variety < 7; variety++) {
 		WriteVersion(variety);
 		EXPECT_STREQ(LibGetAppVersion(fFile.c_str()).String(), expected[variety]) << variety;
