@@ -34,6 +34,7 @@ private:
 status_t DesktopExecutablePath(BPath& out);
 
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
+void AddRunCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
 void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 void AddHelpCommand(CLI::App& app, CommandTable& commands);

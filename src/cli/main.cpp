@@ -16,6 +16,7 @@ main(int argc, char** argv)
 
 	CommandTable commands;
 	AddPlatformCommand(app, commands);
+	AddRunCommand(app, commands);
 	AddSystemCommand(app, commands);
 	AddDevicesCommand(app, commands);
 	AddHelpCommand(app, commands);

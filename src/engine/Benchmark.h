@@ -1,0 +1,105 @@
+// The worker of one benchmark run: every selected test once per processor
+// configuration, all processors first, then one fewer each pass down to CPU 0.
+#ifndef BENCHMARK_H
+#define BENCHMARK_H
+
+#include <OS.h>
+#include <SupportDefs.h>
+
+#include "lib/LibThread.h"
+#include "results/Results.h"
+
+// Sent before each test with the string "status" ("Testing %s (cpu %d/%d)").
+const uint32 kMsgBenchmarkStatus = 'BmkS';
+
+class Benchmark : public LibThread
+{
+public:
+	// Positions of the test flags: the contract between the main window and the
+	// worker. The disk tests run LifeCycle first, against their positions.
+	enum {
+		kGraphics = 0,
+		kStrings,
+		kMemory,
+		kSavage,
+		kAckerman,
+		kDhrystone,
+		kFourier,
+		kWhetstone,
+		kSieve,
+		kFileIO,
+		kFileLifeCycle,
+		kTestCount
+	};
+
+	// A metric holds one time per processor configuration and has room for
+	// eight: on a machine with more CPUs, CPUs 8 and up are switched off before
+	// the first pass and the run measures eight configurations, labelled as if
+	// the machine had eight.
+	static const int32 kMaxConfigurations = 8;
+
+	// The sieve stops at its first clock check at or after this many
+	// microseconds.
+	static const bigtime_t kSieveDuration = 5000000;
+	static const int32 kSieveFlags = 8190;
+
+	// The graphics test needs a window, which only the desktop program has: it
+	// installs its test here before the first run. Without one, RunGraphics
+	// does nothing and the flag is ignored. Called on the worker thread.
+	typedef void (*GraphicsTest)(Results& results);
+	static void SetGraphicsTest(GraphicsTest test);
+
+	Benchmark();
+	~Benchmark() override;
+
+	int32 Action() override;
+
+	// Written by the owner before Go, read by the worker.
+	void SetTest(int32 position, bool run);
+	bool IsTestSet(int32 position) const;
+	// The run's record; the owner reads it only after 'LThC'.
+	Results& RunResults() { return fResults; }
+	// The display name used in the status text ("Disk LifeCycle"), or null.
+	static const char* TestName(int32 position);
+
+	void UpdateStatus(const char* name);
+
+	void RunGraphics();
+	void RunStrings();
+	void RunMemory();
+	void RunSavage();
+	void RunAckerman();
+	void RunDhrystone();
+	void RunFourier();
+	void RunWhetstone();
+	void RunSieve();
+	void RunFileIO();
+	void RunFileLifeCycle();
+
+	static int32 Ackerman(const int& m, const int& n);
+
+	// One pass of the sieve over kSieveFlags flags.
+	static void SievePass(uint8* flags);
+	// Whether the sieve runs another pass after elapsed microseconds.
+	static bool SieveGoesOn(bigtime_t elapsed);
+	// The Savage chain, iterations times from 1.0; answers the accumulator.
+	static double Savage(const long& iterations);
+	// Polls each thread in turn, without pausing, until it is once seen alive
+	// and not on a processor; a thread whose id is unknown is polled again.
+	static void WaitForThreads(const thread_id* threads, int32 count);
+
+private:
+	Benchmark(const Benchmark&) = delete;
+	Benchmark& operator=(const Benchmark&) = delete;
+
+	int32 fCurrentCpu;
+	// Configurations this run measures: the CPU count, at most
+	// kMaxConfigurations; the second number of the status text.
+	int32 fConfigurations;
+	Results fResults;
+	bool fTests[kTestCount];
+
+	static GraphicsTest sGraphicsTest;
+};
+
+#endif // BENCHMARK_H

@@ -1,0 +1,109 @@
+#include "results/CompareStore.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include <Errors.h>
+#include <Message.h>
+#include <Node.h>
+#include <OS.h>
+#include <Platform.h>
+
+#include "lib/LibNode.h"
+#include "results/ResultList.h"
+
+const char* kCompareStoreAttribute = "kw:benchmark";
+const char* kCompareTableName = "Quickstep.compare";
+
+static const char* kRecordField = "results";
+
+
+CompareStore::CompareStore(const char* executablePath)
+    : fPath(executablePath), fInFallback(false), fRefusal(B_OK)
+{
+}
+
+
+status_t
+CompareStore::Read(ResultList& list) const
+{
+	BMessage store;
+	const status_t status = LibNode::ReadMessageAttr(fPath, kCompareStoreAttribute, &store);
+	if (status == B_ENTRY_NOT_FOUND)
+		return B_OK;
+	if (status != B_OK)
+		return status;
+
+	const char* record = nullptr;
+	for (int32 i = 0; store.FindString(kRecordField, i, &record) == B_OK; i++) {
+		if (strchr(record, '\t') == nullptr)
+			continue;
+		Results* results = new Results(false);
+		results->Read(record);
+		if (!list.Insert(results))
+			delete results;
+	}
+	return B_OK;
+}
+
+
+status_t
+CompareStore::Write(ResultList& list)
+{
+	BMessage store;
+	std::vector<char> record(kRecordSize);
+	for (Results* results = list.First(); results != nullptr; results = list.Next()) {
+		if (results->IsCurrent())
+			continue;
+		// A record longer than the buffer keeps the fields that fit.
+		results->Write(record.data(), record.size());
+		const status_t status = store.AddString(kRecordField, record.data());
+		if (status != B_OK)
+			return status;
+	}
+
+	BNode node(fPath);
+	const status_t status = LibNode::WriteMessageAttr(&node, kCompareStoreAttribute, &store);
+	fInFallback = node.LastAttrInFallback();
+	fRefusal = node.LastXattrRefusal();
+	return status;
+}
+
+
+status_t
+CompareStore::ExportTable(ResultList& list, const char* path)
+{
+	Results* first = list.First();
+	if (first == nullptr)
+		return B_BAD_VALUE;
+
+	FILE* file = fopen(path, "w");
+	if (file == nullptr)
+		return StatusFromErrno(errno);
+	const int columns = list.MaxNbrCpus();
+	first->SaveHeader(file, columns);
+	first->SaveUnits(file, columns);
+	first->Save(file, columns);
+	list.Save(file, columns);
+	return fclose(file) == 0 ? B_OK : StatusFromErrno(errno);
+}
+
+
+status_t
+CompareStore::DesktopExecutablePath(LibString& path)
+{
+	char own[B_PATH_NAME_LENGTH];
+	const status_t status = platform_executable_path(own, sizeof(own));
+	if (status != B_OK)
+		return status;
+	char* slash = strrchr(own, '/');
+	if (slash != nullptr)
+		slash[1] = '\0';
+	else
+		own[0] = '\0';
+	path = own;
+	path += "quickstep";
+	return B_OK;
+}

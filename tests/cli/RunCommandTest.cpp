@@ -1,0 +1,185 @@
+// quickstep-cli run, as a user starts it: the built program in a child process.
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+extern char** environ;
+
+namespace {
+
+struct Outcome {
+	int exitStatus = -1;
+	std::string out;
+	std::string err;
+};
+
+std::string
+ReadAll(const std::string& path)
+{
+	std::string text;
+	FILE* file = fopen(path.c_str(), "r");
+	if (file == nullptr)
+		return text;
+	char buffer[4096];
+	size_t length;
+	while ((length = fread(buffer, 1, sizeof(buffer), file)) > 0)
+		text.append(buffer, length);
+	fclose(file);
+	return text;
+}
+
+class RunCommandTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		char pattern[] = "/tmp/quickstep_run_XXXXXX";
+		ASSERT_NE(mkdtemp(pattern), nullptr);
+		fTemp = pattern;
+		mkdir((fTemp + "/tmp").c_str(), 0700);
+	}
+
+	void TearDown() override
+	{
+		std::string command = "rm -rf '" + fTemp + "'";
+		EXPECT_EQ(std::system(command.c_str()), 0);
+	}
+
+	// Starts quickstep-cli with the arguments, its temporary directory in the
+	// test's tree, standard output and error into files.
+	pid_t Start(const std::vector<std::string>& arguments)
+	{
+		std::vector<std::string> all = {QS_BIN_DIR "/quickstep-cli"};
+		all.insert(all.end(), arguments.begin(), arguments.end());
+		std::vector<char*> argv;
+		for (std::string& argument : all)
+			argv.push_back(&argument[0]);
+		argv.push_back(nullptr);
+
+		std::vector<std::string> variables = {"TMPDIR=" + fTemp + "/tmp"};
+		for (char** variable = environ; *variable != nullptr; variable++) {
+			if (std::string(*variable).rfind("TMPDIR=", 0) != 0)
+				variables.push_back(*variable);
+		}
+		std::vector<char*> envp;
+		for (std::string& variable : variables)
+			envp.push_back(&variable[0]);
+		envp.push_back(nullptr);
+
+		posix_spawn_file_actions_t actions;
+		posix_spawn_file_actions_init(&actions);
+		posix_spawn_file_actions_addopen(&actions, 1, (fTemp + "/out").c_str(),
+		                                 O_WRONLY | O_CREAT | O_TRUNC, 0600);
+		posix_spawn_file_actions_addopen(&actions, 2, (fTemp + "/err").c_str(),
+		                                 O_WRONLY | O_CREAT | O_TRUNC, 0600);
+		pid_t child = -1;
+		EXPECT_EQ(posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), envp.data()), 0);
+		posix_spawn_file_actions_destroy(&actions);
+		return child;
+	}
+
+	Outcome Finish(pid_t child)
+	{
+		Outcome outcome;
+		int status = 0;
+		if (waitpid(child, &status, 0) == child && WIFEXITED(status))
+			outcome.exitStatus = WEXITSTATUS(status);
+		outcome.out = ReadAll(fTemp + "/out");
+		outcome.err = ReadAll(fTemp + "/err");
+		return outcome;
+	}
+
+	Outcome Run(const std::vector<std::string>& arguments) { return Finish(Start(arguments)); }
+
+	std::vector<std::string> TempEntries() const
+	{
+		std::vector<std::string> names;
+		DIR* directory = opendir((fTemp + "/tmp").c_str());
+		if (directory == nullptr)
+			return names;
+		while (dirent* entry = readdir(directory)) {
+			std::string name = entry->d_name;
+			if (name != "." && name != "..")
+				names.push_back(name);
+		}
+		closedir(directory);
+		return names;
+	}
+
+	std::string fTemp;
+};
+
+
+TEST_F(RunCommandTest, RefusesUnknownTestsAndTheGraphicsTest)
+{
+	Outcome unknown = Run({"run", "strings,Bogus"});
+	EXPECT_EQ(unknown.exitStatus, 2);
+	EXPECT_NE(unknown.err.find("unknown test 'Bogus'"), std::string::npos) << unknown.err;
+	EXPECT_NE(unknown.err.find("usage: quickstep-cli run"), std::string::npos);
+	EXPECT_TRUE(unknown.out.empty());
+
+	Outcome graphics = Run({"run", "GRAPHICS"});
+	EXPECT_EQ(graphics.exitStatus, 2);
+	EXPECT_NE(graphics.err.find("desktop program"), std::string::npos) << graphics.err;
+	EXPECT_TRUE(graphics.out.empty());
+}
+
+
+TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
+{
+	const std::string saved = fTemp + "/run.results";
+	Outcome outcome = Run({"run", " ackerman , Disk LifeCycle", "--json", "--save", saved});
+	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
+	EXPECT_NE(outcome.out.find("\"index\": 400"), std::string::npos) << outcome.out;
+	EXPECT_NE(outcome.out.find("\"name\": \"Disk File Creation\""), std::string::npos);
+	EXPECT_NE(outcome.out.find("\"units\": \"files/second\""), std::string::npos);
+	EXPECT_EQ(outcome.out.find("Savage"), std::string::npos);
+	EXPECT_NE(outcome.out.find("\"devices\""), std::string::npos);
+	EXPECT_NE(outcome.err.find("Testing Ackerman (cpu 1/"), std::string::npos) << outcome.err;
+	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
+	EXPECT_TRUE(TempEntries().empty());
+
+	// The results file: version, length, and the record with every metric.
+	const std::string file = ReadAll(saved);
+	EXPECT_EQ(file.rfind("1.0\n", 0), 0u) << file;
+	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
+	EXPECT_NE(file.find(";900:1000/"), std::string::npos) << file;
+	EXPECT_NE(file.find(";901:1000/"), std::string::npos) << file;
+}
+
+
+TEST_F(RunCommandTest, SaveToAnUnwritablePlaceFails)
+{
+	Outcome outcome = Run({"run", "memory", "--save", fTemp + "/missing/run.results"});
+	EXPECT_EQ(outcome.exitStatus, 1);
+	EXPECT_NE(outcome.err.find("missing/run.results: "), std::string::npos) << outcome.err;
+	EXPECT_NE(outcome.out.find("Memory"), std::string::npos) << "the table comes first";
+}
+
+
+TEST_F(RunCommandTest, InterruptionCleansUpAndExits130)
+{
+	for (int signal : {SIGINT, SIGTERM}) {
+		pid_t child = Start({"run", "lifecycle,input/output,sieve"});
+		// Somewhere inside the disk tests or the sieve.
+		std::this_thread::sleep_for(std::chrono::milliseconds(300));
+		kill(child, signal);
+		Outcome outcome = Finish(child);
+		EXPECT_EQ(outcome.exitStatus, 130) << outcome.err;
+		EXPECT_NE(outcome.err.find("interrupted"), std::string::npos);
+		EXPECT_TRUE(TempEntries().empty()) << TempEntries().size() << " files left";
+	}
+}
+
+} // namespace
