@@ -1,0 +1,16 @@
+// For tests of windows: run the interface loop on the calling thread (which
+// must be the one that made the application) without BApplication::Run.
+#ifndef INTERFACE_TEST_H
+#define INTERFACE_TEST_H
+
+#include <functional>
+
+#include "SupportDefs.h"
+
+// Runs the loop until done() answers true (checked after every event and
+// at least every 10 ms) or timeout microseconds pass; answers done().
+bool platform_ui_run_until(const std::function<bool()>& done, bigtime_t timeout);
+// Runs the loop for duration microseconds.
+void platform_ui_run_for(bigtime_t duration);
+
+#endif // INTERFACE_TEST_H
