@@ -64,9 +64,10 @@ public:
 	virtual bool InsertHelpRequest(BView* view, BMessage* message);
 };
 
-// Moves rect so that it lies inside the main screen; a rectangle larger than
-// the screen in a direction is cut to the screen's size in that direction and
-// put at its left or top edge. Nothing changes without a screen.
+// Moves rect so that it lies inside the main screen, with kLibTitleAllowance
+// pixels left free above it for the title bar; a rectangle larger than that
+// area in a direction is cut to the area's size in that direction. Nothing
+// changes without a screen.
 void LibFitInScreen(BRect& rect);
 
 // The frame of a numbered position (as LibWindow::SetPosition computes it)

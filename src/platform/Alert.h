@@ -34,9 +34,9 @@ const uint32 B_ALERT_BUTTON_MESSAGE = 'ALTB';
 class BAlert : public BWindow
 {
 public:
-	BAlert(const char* title, const char* text, const char* button0,
-	       const char* button1 = nullptr, const char* button2 = nullptr,
-	       button_width width = B_WIDTH_AS_USUAL, alert_type type = B_INFO_ALERT);
+	BAlert(const char* title, const char* text, const char* button0, const char* button1 = nullptr,
+	       const char* button2 = nullptr, button_width width = B_WIDTH_AS_USUAL,
+	       alert_type type = B_INFO_ALERT);
 	~BAlert() override;
 
 	// A key that presses button index, without modifiers.

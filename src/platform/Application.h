@@ -79,6 +79,9 @@ private:
 	bool fQuitting;
 	int fArgc;
 	std::vector<char*> fArgv;
+	std::vector<char> fArgBuffer;
+	unsigned char fCursor[68];
+	bool fDefaultCursor;
 };
 
 extern BApplication* be_app;

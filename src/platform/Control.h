@@ -38,8 +38,15 @@ protected:
 	BMessenger DefaultTarget() const override;
 	// Brings the native widget in line with label, value and enabled state.
 	virtual void UpdateNative();
+	// The user changed the native widget: the default takes its value (for
+	// controls with one) through SetValue and invokes.
+	virtual void NativeChanged();
+	// Sets up a native widget of a control (font, callback) and installs it.
+	void InstallNative(Fl_Widget* widget);
 
 private:
+	static void NativeCallback(Fl_Widget* widget, void* data);
+
 	std::string fLabel;
 	int32 fValue;
 	bool fEnabled;

@@ -53,9 +53,10 @@ public:
 	// The panel has no window of its own here: null.
 	BWindow* Window() const { return nullptr; }
 
-private:
-	void RunChooser();
+	// Runs the chooser now (interface thread; Show arranges it).
+	void RunChooserNow();
 
+private:
 	file_panel_mode fMode;
 	BMessenger fTarget;
 	std::unique_ptr<BMessage> fMessage;

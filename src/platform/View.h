@@ -35,9 +35,10 @@ class BWindow;
 class Fl_Widget;
 class Fl_Group;
 
+struct drawing_call;
+
 namespace platform_interface {
 class ViewWidget;
-class Surface;
 } // namespace platform_interface
 
 // Resizing modes: how the view follows its parent's size changes.
@@ -248,11 +249,11 @@ private:
 	void UpdateGeometry();
 	void ParentResized(float dx, float dy);
 	BPoint WindowOffset() const;
-	platform_interface::Surface* CurrentSurface() const;
-	void RecordOrDraw(int kind, const BPoint* points, int32 count, BRect rect,
-	                  const char* text, int32 length, const pattern& p, const BBitmap* bitmap,
-	                  BRect source);
-	void DrawTree(BRect updateRect);
+	// Makes FLTK draw into this view's window; false when nothing can be
+	// drawn now. offset: window coordinates of the view's (0, 0).
+	bool BeginDrawing(BPoint* offset) const;
+	void Record(drawing_call& call, const pattern& p) const;
+	BView* ViewAt(BPoint windowPoint);
 
 	BRect fFrame;
 	BPoint fOrigin;

@@ -26,16 +26,19 @@
 #define WINDOW_H
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "Looper.h"
 #include "Rect.h"
 
+class BButton;
 class BMenuBar;
 class BMessage;
 class BView;
 
 namespace platform_interface {
+class ViewWidget;
 class WindowWidget;
 class UILock;
 } // namespace platform_interface
@@ -170,13 +173,14 @@ public:
 	void Sync() const;
 
 	// The default button (B_ENTER presses it), or null.
-	void SetDefaultButton(class BButton* button);
+	void SetDefaultButton(BButton* button);
 	BButton* DefaultButton() const;
 
 private:
 	friend class BView;
 	friend class BApplication;
 	friend class platform_interface::WindowWidget;
+	friend class platform_interface::ViewWidget;
 
 	void Init(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags,
 	          uint32 workspace);
@@ -184,6 +188,7 @@ private:
 	void MessageQueued() override;
 	bool HandleKey(int event);
 	void UpdateMouseView(int windowX, int windowY);
+	void ApplySizeRange();
 	void ViewRemoved(BView* view);
 	void LayoutChildren(float dx, float dy);
 
@@ -208,7 +213,9 @@ private:
 	uint32 fWorkspaces;
 	int32 fShowLevel;
 	bool fRunning;
-	BRect fFrame;
+	std::string fTitle;
+	BPoint fMousePoint;
+	bool fMouseValid;
 	float fMinWidth;
 	float fMaxWidth;
 	float fMinHeight;
