@@ -48,7 +48,7 @@ LibAboutWindow::LibAboutWindow(BLooper* owner, const char* name, const char* bui
 	line.Format("Built %s", buildDate);
 	background->AddChild(new BStringView(LibRect(15, 62, kWidth - 30, 16), "about_built", line));
 	background->AddChild(new BStringView(LibRect(15, 84, kWidth - 30, 16), "about_purpose",
-	                                     "How fast is this machine, and how does it compare?"));
+	                                     "Tells how fast this machine is."));
 
 	BButton* ok = new BButton(LibRect(kWidth - 90, kHeight - 36, 75, 24), "about_ok", "OK",
 	                          new BMessage(B_QUIT_REQUESTED));
