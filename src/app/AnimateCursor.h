@@ -11,7 +11,7 @@ class AnimateCursor
 public:
 	// The platform's cursor format: size, depth, hot spot, 32 bytes of image
 	// and 32 bytes of mask.
-	static const int32 kCursorSize = 68;
+	static constexpr int32 kCursorSize = 68;
 
 	AnimateCursor(const char* threadName, int32 frames);
 	virtual ~AnimateCursor();

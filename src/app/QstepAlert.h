@@ -22,7 +22,7 @@ public:
 	const char* Configuration() const;
 	void MessageReceived(BMessage* message) override;
 
-	static const int32 kConfigLength = 32;
+	static constexpr int32 kConfigLength = 32;
 	static const float kExtraHeight;
 
 private:

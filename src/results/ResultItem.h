@@ -10,7 +10,7 @@
 class ResultItem : public BListItem
 {
 public:
-	static const int32 kMaxRates = 8;
+	static constexpr int32 kMaxRates = 8;
 
 	explicit ResultItem(const char* name);
 	~ResultItem() override;
