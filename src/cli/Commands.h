@@ -37,6 +37,8 @@ void AddPlatformCommand(CLI::App& app, CommandTable& commands);
 void AddRunCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
 void AddDevicesCommand(CLI::App& app, CommandTable& commands);
+void AddStoreCommand(CLI::App& app, CommandTable& commands);
+void AddCompareCommand(CLI::App& app, CommandTable& commands);
 void AddHelpCommand(CLI::App& app, CommandTable& commands);
 
 #endif // CLI_COMMANDS_H

@@ -19,6 +19,8 @@ main(int argc, char** argv)
 	AddRunCommand(app, commands);
 	AddSystemCommand(app, commands);
 	AddDevicesCommand(app, commands);
+	AddStoreCommand(app, commands);
+	AddCompareCommand(app, commands);
 	AddHelpCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.

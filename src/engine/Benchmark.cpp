@@ -147,23 +147,27 @@ Benchmark::Action()
 
 	// The disk tests run LifeCycle before Input/Output, against their flag
 	// positions; kept in this order.
-	static const int32 kRunOrder[] = {kGraphics, kStrings,       kMemory,  kSavage,
-	                                  kAckerman, kDhrystone,     kFourier, kWhetstone,
-	                                  kSieve,    kFileLifeCycle, kFileIO};
 	typedef void (Benchmark::*RunMethod)();
-	static const RunMethod kRunMethods[kTestCount] = {
-	    &Benchmark::RunGraphics, &Benchmark::RunStrings,      &Benchmark::RunMemory,
-	    &Benchmark::RunSavage,   &Benchmark::RunAckerman,     &Benchmark::RunDhrystone,
-	    &Benchmark::RunFourier,  &Benchmark::RunWhetstone,    &Benchmark::RunSieve,
-	    &Benchmark::RunFileIO,   &Benchmark::RunFileLifeCycle};
+	struct Step {
+		int32 test;
+		RunMethod run;
+	};
+	static const Step kRunOrder[] = {
+	    {kGraphics, &Benchmark::RunGraphics}, {kStrings, &Benchmark::RunStrings},
+	    {kMemory, &Benchmark::RunMemory},     {kSavage, &Benchmark::RunSavage},
+	    {kAckerman, &Benchmark::RunAckerman}, {kDhrystone, &Benchmark::RunDhrystone},
+	    {kFourier, &Benchmark::RunFourier},   {kWhetstone, &Benchmark::RunWhetstone},
+	    {kSieve, &Benchmark::RunSieve},       {kFileLifeCycle, &Benchmark::RunFileLifeCycle},
+	    {kFileIO, &Benchmark::RunFileIO},
+	};
 
 	fCurrentCpu = fConfigurations - 1;
 	for (int32 pass = 0; pass < fConfigurations && fResults.CycleCpu(); pass++) {
-		for (int32 test : kRunOrder) {
-			if (!fTests[test])
+		for (const Step& step : kRunOrder) {
+			if (!fTests[step.test])
 				continue;
-			UpdateStatus(kTestNames[test]);
-			(this->*kRunMethods[test])();
+			UpdateStatus(kTestNames[step.test]);
+			(this->*step.run)();
 		}
 		if (fCurrentCpu != 0) {
 			_kset_cpu_state_(fCurrentCpu, false);

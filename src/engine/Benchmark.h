@@ -36,12 +36,12 @@ public:
 	// eight: on a machine with more CPUs, CPUs 8 and up are switched off before
 	// the first pass and the run measures eight configurations, labelled as if
 	// the machine had eight.
-	static const int32 kMaxConfigurations = 8;
+	static constexpr int32 kMaxConfigurations = 8;
 
 	// The sieve stops at its first clock check at or after this many
 	// microseconds.
-	static const bigtime_t kSieveDuration = 5000000;
-	static const int32 kSieveFlags = 8190;
+	static constexpr bigtime_t kSieveDuration = 5000000;
+	static constexpr int32 kSieveFlags = 8190;
 
 	// The graphics test needs a window, which only the desktop program has: it
 	// installs its test here before the first run. Without one, RunGraphics

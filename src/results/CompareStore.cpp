@@ -8,8 +8,6 @@
 #include <Errors.h>
 #include <Message.h>
 #include <Node.h>
-#include <OS.h>
-#include <Platform.h>
 
 #include "lib/LibNode.h"
 #include "results/ResultList.h"
@@ -88,22 +86,4 @@ CompareStore::ExportTable(ResultList& list, const char* path)
 	first->Save(file, columns);
 	list.Save(file, columns);
 	return fclose(file) == 0 ? B_OK : StatusFromErrno(errno);
-}
-
-
-status_t
-CompareStore::DesktopExecutablePath(LibString& path)
-{
-	char own[B_PATH_NAME_LENGTH];
-	const status_t status = platform_executable_path(own, sizeof(own));
-	if (status != B_OK)
-		return status;
-	char* slash = strrchr(own, '/');
-	if (slash != nullptr)
-		slash[1] = '\0';
-	else
-		own[0] = '\0';
-	path = own;
-	path += "quickstep";
-	return B_OK;
 }

@@ -37,8 +37,6 @@ public:
 	// thus twice, as the comparison window has always written it).
 	// B_BAD_VALUE for an empty list; an open failure's status otherwise.
 	static status_t ExportTable(ResultList& list, const char* path);
-	// The desktop program "quickstep" next to the running executable.
-	static status_t DesktopExecutablePath(LibString& path);
 
 private:
 	LibString fPath;

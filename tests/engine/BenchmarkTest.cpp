@@ -46,7 +46,7 @@ public:
 			const char* text = nullptr;
 			if (message->FindString("status", &text) == B_OK)
 				fReceived->statuses.push_back(text);
-		} else if (message->what == 'LThC') {
+		} else if (message->what == kMsgThreadCompleted) {
 			message->FindInt32("status", &fReceived->status);
 			fReceived->completed = true;
 		} else {
