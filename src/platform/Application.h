@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "Looper.h"
+#include "Messenger.h"
 #include "StorageDefs.h"
 
 class BWindow;
@@ -85,6 +86,8 @@ private:
 };
 
 extern BApplication* be_app;
+// Aimed at be_app once it exists.
+extern BMessenger be_app_messenger;
 
 // Whether an X display can be opened (the DISPLAY variable names a server
 // that answers). Also prepares Xlib for threads; call it first in main.

@@ -1,5 +1,5 @@
 // A menu: a list of items (owned). Its label is the title shown in a menu
-// bar. Changing items updates the menu bar on screen.
+// bar. Changing items updates the menu bar (or menu field) on screen.
 #ifndef MENU_H
 #define MENU_H
 
@@ -9,6 +9,7 @@
 #include "View.h"
 
 class BMenuBar;
+class BMenuField;
 class BMenuItem;
 class BWindow;
 
@@ -59,13 +60,16 @@ public:
 private:
 	friend class BMenuItem;
 	friend class BMenuBar;
+	friend class BMenuField;
 	void Changed();
 	BMenuBar* Bar() const;
+	BMenuField* Field() const;
 
 	std::string fName;
 	std::vector<BMenuItem*> fItems;
 	BMenuItem* fSuperitem;
 	BMenuBar* fBar;
+	BMenuField* fField;
 	bool fRadioMode;
 	bool fEnabled;
 };

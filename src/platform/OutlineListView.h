@@ -35,10 +35,17 @@ public:
 	int32 CountItemsUnder(BListItem* under, bool oneLevelOnly) const;
 	BListItem* ItemUnderAt(BListItem* under, bool oneLevelOnly, int32 index) const;
 
+	// Rows are drawn kLatchWidth pixels in from the left, after a latch
+	// (a triangle pointing right when collapsed, down when expanded) for
+	// rows with sub-rows; a click in that margin opens or closes the row.
+	void Draw(BRect updateRect) override;
 	void MouseDown(BPoint where) override;
+
+	static constexpr float kLatchWidth = 12;
 
 private:
 	void RebuildShown();
+	bool HasSubitems(int32 fullIndex) const;
 	int32 SubtreeEnd(int32 fullIndex) const;
 
 	std::vector<BListItem*> fFullList;

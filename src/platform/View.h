@@ -8,9 +8,10 @@
 //  - to the recorder set with SetDrawingRecorder (no display needed);
 //  - inside Draw (and the DrawItem calls made from it) on the interface
 //    thread, to the window being redrawn;
-//  - otherwise, with the window locked, straight to the window on screen
-//    (the interface thread draws through FLTK; other threads are given their
-//    own connection to the display later, see Flush).
+//  - otherwise, with the window locked and shown, straight to the window on
+//    screen: the interface thread draws through FLTK, any other thread
+//    through a connection of its own to the display (Flush sends what that
+//    thread drew).
 // Coordinates are floats in the view's coordinates; pixels are whole numbers,
 // rounded to the nearest.
 //
@@ -38,6 +39,7 @@ class Fl_Group;
 struct drawing_call;
 
 namespace platform_interface {
+class Painter;
 class ViewWidget;
 } // namespace platform_interface
 
@@ -249,9 +251,9 @@ private:
 	void UpdateGeometry();
 	void ParentResized(float dx, float dy);
 	BPoint WindowOffset() const;
-	// Makes FLTK draw into this view's window; false when nothing can be
-	// drawn now. offset: window coordinates of the view's (0, 0).
-	bool BeginDrawing(BPoint* offset) const;
+	// Where this view's drawing goes now, or null when nothing can be drawn.
+	// offset: window coordinates of the view's (0, 0).
+	platform_interface::Painter* BeginDrawing(BPoint* offset) const;
 	void Record(drawing_call& call, const pattern& p) const;
 	BView* ViewAt(BPoint windowPoint);
 

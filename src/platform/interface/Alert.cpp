@@ -187,7 +187,9 @@ BAlert::Go()
 	std::shared_ptr<Answer> answer = fAnswer;
 	if (platform_interface::IsUIThread()) {
 		Show();
-		// The alert deletes itself when a button is chosen.
+		// The alert deletes itself when a button is chosen. Other threads
+		// may lock windows meanwhile, as they could without the alert.
+		platform_interface::NestedLoopUnlock unlock;
 		while (!answer->done)
 			Fl::wait();
 		return answer->which;

@@ -19,6 +19,7 @@
 #include "interface/Widgets.h"
 
 BApplication* be_app = nullptr;
+BMessenger be_app_messenger;
 
 // An arrow: hot spot at the tip (row 0, column 0).
 const unsigned char B_HAND_CURSOR[68] = {
@@ -55,14 +56,17 @@ BApplication::BApplication(const char* signature)
 	memcpy(fCursor, B_HAND_CURSOR, sizeof(fCursor));
 	be_app = this;
 
-	bool display = platform_display_available();
+	platform_display_available();
 	platform_interface::BecomeUIThread();
 	SetLock(std::make_shared<platform_interface::UILock>());
-	// FLTK ends the process when it cannot open the display: only open it
-	// when it answers (tests that record drawing run without one).
-	if (display)
-		fl_open_display();
+	// FLTK ends the process when it cannot open the display itself: it is
+	// handed the connection opened here, when there is one (tests that
+	// record drawing run without).
+	Display* display = XOpenDisplay(nullptr);
+	if (display != nullptr)
+		fl_open_display(display);
 	platform_interface::RegisterLooper(this, &BApplication::DrainQueue);
+	be_app_messenger = BMessenger(this);
 
 	FILE* file = fopen("/proc/self/cmdline", "rb");
 	if (file != nullptr) {
@@ -93,8 +97,10 @@ BApplication::~BApplication()
 		window->Quit();
 	}
 	platform_interface::UnregisterLooper(this);
-	if (be_app == this)
+	if (be_app == this) {
 		be_app = nullptr;
+		be_app_messenger = BMessenger();
+	}
 }
 
 

@@ -4,13 +4,14 @@
 #include <cstring>
 
 #include "MenuBar.h"
+#include "MenuField.h"
 #include "MenuItem.h"
 #include "Message.h"
 
 
 BMenu::BMenu(const char* name, menu_layout layout)
-    : fName(name != nullptr ? name : ""), fSuperitem(nullptr), fBar(nullptr), fRadioMode(false),
-      fEnabled(true)
+    : fName(name != nullptr ? name : ""), fSuperitem(nullptr), fBar(nullptr), fField(nullptr),
+      fRadioMode(false), fEnabled(true)
 {
 	(void)layout;
 }
@@ -229,11 +230,24 @@ BMenu::Bar() const
 }
 
 
+BMenuField*
+BMenu::Field() const
+{
+	if (fField != nullptr)
+		return fField;
+	BMenu* super = Supermenu();
+	return super != nullptr ? super->Field() : nullptr;
+}
+
+
 BWindow*
 BMenu::Window() const
 {
 	BMenuBar* bar = Bar();
-	return bar != nullptr ? bar->Window() : nullptr;
+	if (bar != nullptr)
+		return bar->Window();
+	BMenuField* field = Field();
+	return field != nullptr ? field->Window() : nullptr;
 }
 
 
@@ -243,4 +257,7 @@ BMenu::Changed()
 	BMenuBar* bar = Bar();
 	if (bar != nullptr)
 		bar->Rebuild();
+	BMenuField* field = Field();
+	if (field != nullptr)
+		field->Rebuild();
 }

@@ -1,6 +1,7 @@
 #include "OutlineListView.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "ListItem.h"
 
@@ -202,18 +203,62 @@ BOutlineListView::ItemUnderAt(BListItem* under, bool oneLevelOnly, int32 index) 
 }
 
 
-// A click left of a row's text (in its indentation) that has sub-rows opens
-// or closes it; other clicks select as in any list.
+bool
+BOutlineListView::HasSubitems(int32 fullIndex) const
+{
+	return fullIndex >= 0 && SubtreeEnd(fullIndex) > fullIndex + 1;
+}
+
+
+void
+BOutlineListView::Draw(BRect updateRect)
+{
+	BRect bounds = Bounds();
+	float top = 0;
+	rgb_color high = HighColor();
+	for (int32 i = 0; i < CountItems(); i++) {
+		BListItem* item = ItemAt(i);
+		float height = item->Height();
+		BRect frame(bounds.left, top, bounds.right, top + height - 1);
+		top += height;
+		if (frame.bottom < updateRect.top)
+			continue;
+		if (frame.top > updateRect.bottom)
+			break;
+		SetHighColor(ViewColor());
+		FillRect(BRect(frame.left, frame.top, frame.left + kLatchWidth - 1, frame.bottom));
+		SetHighColor(high);
+		BRect itemFrame = frame;
+		itemFrame.left += kLatchWidth;
+		item->DrawItem(this, itemFrame, true);
+		// The latch goes over the row's indentation, after the row.
+		if (HasSubitems(FullListIndexOf(item))) {
+			SetHighColor(80, 80, 80);
+			float x = frame.left + 2 + 10.0f * static_cast<float>(item->OutlineLevel());
+			float middle = std::floor((frame.top + frame.bottom) / 2);
+			if (item->IsExpanded()) {
+				FillTriangle(BPoint(x, middle - 2), BPoint(x + 8, middle - 2),
+				             BPoint(x + 4, middle + 2));
+			} else {
+				FillTriangle(BPoint(x + 2, middle - 4), BPoint(x + 6, middle),
+				             BPoint(x + 2, middle + 4));
+			}
+			SetHighColor(high);
+		}
+	}
+}
+
+
+// A click in the latch margin of a row that has sub-rows opens or closes it;
+// other clicks select as in any list.
 void
 BOutlineListView::MouseDown(BPoint where)
 {
 	int32 index = IndexOf(where);
 	BListItem* item = ItemAt(index);
-	if (item != nullptr) {
-		int32 fullIndex = FullListIndexOf(item);
-		bool hasChildren = SubtreeEnd(fullIndex) > fullIndex + 1;
+	if (item != nullptr && HasSubitems(FullListIndexOf(item))) {
 		float indent = 10.0f * static_cast<float>(item->OutlineLevel());
-		if (hasChildren && where.x < Bounds().left + indent + 4) {
+		if (where.x < Bounds().left + indent + kLatchWidth) {
 			if (item->IsExpanded())
 				Collapse(item);
 			else

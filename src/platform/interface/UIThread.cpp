@@ -19,7 +19,6 @@ namespace {
 std::atomic<bool> sHasUIThread(false);
 std::thread::id sUIThread;
 int32 sUIThreadId = B_ERROR;
-std::atomic<uint32> sGeneration(0);
 thread_local int32 sHolds = 0;
 
 struct LooperEntry {
@@ -126,10 +125,38 @@ CallerHoldsUILock()
 }
 
 
-uint32
-UILockGeneration()
+// #pragma mark - UIGuard
+
+
+UIGuard::UIGuard() : fLocked(HasUIThread() && !CallerHoldsUILock())
 {
-	return sGeneration;
+	if (!fLocked)
+		return;
+	Fl::lock();
+	sHolds++;
+}
+
+
+UIGuard::~UIGuard()
+{
+	if (!fLocked)
+		return;
+	sHolds--;
+	Fl::unlock();
+}
+
+
+NestedLoopUnlock::NestedLoopUnlock() : fHeld(IsUIThread() ? sHolds : 0)
+{
+	for (int32 i = 0; i < fHeld; i++)
+		Fl::unlock();
+}
+
+
+NestedLoopUnlock::~NestedLoopUnlock()
+{
+	for (int32 i = 0; i < fHeld; i++)
+		Fl::lock();
 }
 
 
@@ -151,8 +178,6 @@ UILock::Acquire(bigtime_t timeout)
 {
 	(void)timeout;
 	Fl::lock();
-	if (!IsUIThread() && sHolds == 0)
-		sGeneration++;
 	sHolds++;
 	std::lock_guard<std::mutex> guard(fCountMutex);
 	fCounts[std::this_thread::get_id()]++;

@@ -25,9 +25,39 @@ bool HasUIThread();
 // Whether the calling thread holds FLTK's lock through any window or the
 // application (the interface thread always does).
 bool CallerHoldsUILock();
-// Counts acquisitions of the lock by threads other than the interface
-// thread: a drawing thread makes the window current again after a change.
-uint32 UILockGeneration();
+
+// Holds FLTK's lock for a scope when the calling thread does not hold it yet:
+// building or deleting widgets from another thread must not race with the
+// interface thread.
+class UIGuard
+{
+public:
+	UIGuard();
+	~UIGuard();
+
+	UIGuard(const UIGuard&) = delete;
+	UIGuard& operator=(const UIGuard&) = delete;
+
+private:
+	bool fLocked;
+};
+
+// For a nested loop on the interface thread (a modal alert inside a message
+// handler): FLTK gives up its lock while it waits only when held once, so the
+// holds of windows locked around the loop are given back for its duration
+// and taken again after.
+class NestedLoopUnlock
+{
+public:
+	NestedLoopUnlock();
+	~NestedLoopUnlock();
+
+	NestedLoopUnlock(const NestedLoopUnlock&) = delete;
+	NestedLoopUnlock& operator=(const NestedLoopUnlock&) = delete;
+
+private:
+	int32 fHeld;
+};
 
 // One looper's view of FLTK's global lock: recursive, counted per thread so
 // that a looper quitting gives back only its own holds.

@@ -1,6 +1,7 @@
 #include "View.h"
 
 #include <FL/Fl.H>
+#include <FL/filename.H>
 #include <FL/fl_draw.H>
 #include <FL/x.H>
 
@@ -9,10 +10,13 @@
 #include <cstring>
 #include <vector>
 
+#include "AppDefs.h"
 #include "Bitmap.h"
 #include "DrawingRecorder.h"
 #include "Message.h"
+#include "StorageDefs.h"
 #include "Window.h"
+#include "interface/Painter.h"
 #include "interface/UIThread.h"
 #include "interface/Widgets.h"
 
@@ -24,10 +28,6 @@ namespace platform_interface {
 namespace {
 
 thread_local int32 sDrawDepth = 0;
-// The window a thread other than the interface thread last made current, and
-// the lock generation it did so in.
-thread_local Fl_Window* sCurrentWindow = nullptr;
-thread_local uint32 sCurrentGeneration = 0;
 
 } // namespace
 
@@ -148,6 +148,15 @@ ViewWidget::handle(int event)
 			if (handled)
 				return handled;
 			return (fView->Flags() & (B_NAVIGABLE | B_NAVIGABLE_JUMP)) != 0 ? 1 : 0;
+		case FL_DND_ENTER:
+		case FL_DND_DRAG:
+		case FL_DND_LEAVE:
+		case FL_DND_RELEASE:
+			return handled != 0 ? handled : (fView->Window() != nullptr ? 1 : 0);
+		case FL_PASTE:
+			if (handled)
+				return handled;
+			return PostDrop() ? 1 : 0;
 		case FL_KEYBOARD:
 			if (handled)
 				return handled;
@@ -162,6 +171,50 @@ ViewWidget::handle(int event)
 	}
 }
 
+// Files dropped on the view arrive as text, one per line: file:// URIs or
+// plain paths. They go to the view as B_SIMPLE_DATA with one entry_ref
+// "refs" per file; a view that does not handle it passes it on to its parents
+// and the window.
+bool
+ViewWidget::PostDrop()
+{
+	BWindow* window = fView->Window();
+	const char* text = Fl::event_text();
+	if (window == nullptr || text == nullptr)
+		return false;
+	BMessage message(B_SIMPLE_DATA);
+	std::string all(text, static_cast<size_t>(std::max(0, Fl::event_length())));
+	size_t start = 0;
+	while (start < all.size()) {
+		size_t end = all.find('\n', start);
+		if (end == std::string::npos)
+			end = all.size();
+		std::string line = all.substr(start, end - start);
+		start = end + 1;
+		while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+			line.pop_back();
+		if (line.compare(0, 7, "file://") == 0) {
+			line.erase(0, 7);
+			// A host part (file://host/path) is dropped.
+			size_t slash = line.find('/');
+			if (slash != std::string::npos)
+				line.erase(0, slash);
+			std::vector<char> decoded(line.begin(), line.end());
+			decoded.push_back('\0');
+			fl_decode_uri(decoded.data());
+			line = decoded.data();
+		}
+		if (line.empty() || line[0] != '/')
+			continue;
+		entry_ref ref(line.c_str());
+		message.AddRef("refs", &ref);
+	}
+	if (!message.HasRef("refs"))
+		return false;
+	window->PostMessage(&message, fView);
+	return true;
+}
+
 } // namespace platform_interface
 
 
@@ -173,16 +226,6 @@ inline int
 Pixel(float value)
 {
 	return static_cast<int>(std::floor(value + 0.5f));
-}
-
-
-Fl_Font
-FltkFont(const BFont& font)
-{
-	bool bold = font.Kind() == B_BOLD_FONT_KIND || (font.Face() & B_BOLD_FACE) != 0;
-	bool italic = (font.Face() & B_ITALIC_FACE) != 0;
-	Fl_Font base = font.Kind() == B_FIXED_FONT_KIND ? FL_COURIER : FL_HELVETICA;
-	return base + (bold ? FL_BOLD : 0) + (italic ? FL_ITALIC : 0);
 }
 
 
@@ -206,6 +249,7 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
       fDrawingMode(B_OP_COPY), fPenSize(1.0f), fFont(*be_plain_font), fPenLocation(0, 0),
       fRecorder(nullptr), fWidget(nullptr), fNative(nullptr)
 {
+	platform_interface::UIGuard guard;
 	GroupCurrentReset reset;
 	fWidget = new ViewWidget(this);
 	UpdateGeometry();
@@ -214,6 +258,7 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
 
 BView::~BView()
 {
+	platform_interface::UIGuard guard;
 	while (!fChildren.empty()) {
 		BView* child = fChildren.back();
 		RemoveChild(child);
@@ -469,6 +514,12 @@ BView::AttachTo(BWindow* window)
 {
 	fWindow = window;
 	window->AddHandler(this);
+	// Messages a view leaves alone go on to its parent, and at the top to
+	// the window.
+	if (fParent != nullptr)
+		SetNextHandler(fParent);
+	else
+		SetNextHandler(window);
 	for (BView* child : fChildren)
 		child->AttachTo(window);
 	UpdateGeometry();
@@ -487,6 +538,7 @@ BView::DetachFrom()
 		fWindow->ViewRemoved(this);
 		fWindow->RemoveHandler(this);
 	}
+	SetNextHandler(nullptr);
 	fWindow = nullptr;
 }
 
@@ -988,55 +1040,70 @@ BView::Record(drawing_call& call, const pattern& p) const
 
 // Drawing on the interface thread inside Draw goes to the window being
 // redrawn (FLTK has made it current and clipped to the view). Elsewhere the
-// window must be shown and the caller must hold its lock; the window is then
-// made current (FLTK's drawing state is shared, which the lock protects).
-bool
+// window must be shown and the caller must hold its lock: the interface
+// thread makes the window current; another thread draws through its own
+// connection to the display straight onto the window (FLTK's drawing state
+// belongs to the interface thread).
+platform_interface::Painter*
 BView::BeginDrawing(BPoint* offset) const
 {
 	if (fWindow == nullptr || fHidden)
-		return false;
+		return nullptr;
 	BPoint view = WindowOffset();
 	offset->x = view.x - fOrigin.x;
 	offset->y = view.y - fOrigin.y;
 	if (IsUIThread() && platform_interface::InsideDraw())
-		return true;
+		return platform_interface::FltkPainter();
 	if (!CallerHoldsUILock() || fl_display == nullptr)
-		return false;
+		return nullptr;
 	Fl_Window* window = fWindow->fWidget;
 	if (!window->shown() || !window->visible())
-		return false;
+		return nullptr;
 	if (IsUIThread()) {
 		window->make_current();
-		return true;
+		return platform_interface::FltkPainter();
 	}
-	using namespace platform_interface;
-	if (platform_interface::sCurrentWindow != window ||
-	    platform_interface::sCurrentGeneration != UILockGeneration()) {
-		window->make_current();
-		platform_interface::sCurrentWindow = window;
-		platform_interface::sCurrentGeneration = UILockGeneration();
-	}
-	return true;
+	return platform_interface::WorkerPainter(window);
 }
 
 
 namespace {
 
-void
-ApplyPattern(const BView* view, const pattern& p)
+bool
+IsLowPattern(const pattern& p)
 {
-	bool low = memcmp(&p, &B_SOLID_LOW, sizeof(pattern)) == 0;
-	platform_interface::SetFltkColor(low ? view->LowColor() : view->HighColor());
+	return memcmp(&p, &B_SOLID_LOW, sizeof(pattern)) == 0;
+}
+
+
+// The colour and pen of the view, for one call.
+platform_interface::Painter*
+Prepare(platform_interface::Painter* painter, const BView* view, const pattern& p)
+{
+	painter->SetColor(IsLowPattern(p) ? view->LowColor() : view->HighColor());
 	if (view->PenSize() > 1.0f)
-		fl_line_style(FL_SOLID, Pixel(view->PenSize()));
+		painter->SetPenSize(Pixel(view->PenSize()));
+	return painter;
 }
 
 
 void
-EndPattern(const BView* view)
+Finish(platform_interface::Painter* painter, const BView* view)
 {
 	if (view->PenSize() > 1.0f)
-		fl_line_style(0);
+		painter->SetPenSize(1);
+}
+
+
+// A BeOS rectangle (inclusive edges) as pixels: x, y, width, height. An
+// inverted rectangle gives a width or height that is not positive.
+void
+PixelRect(BRect rect, BPoint offset, int* x, int* y, int* width, int* height)
+{
+	*x = Pixel(rect.left + offset.x);
+	*y = Pixel(rect.top + offset.y);
+	*width = Pixel(rect.right + offset.x) - *x + 1;
+	*height = Pixel(rect.bottom + offset.y) - *y + 1;
 }
 
 } // namespace
@@ -1061,12 +1128,13 @@ BView::StrokeLine(BPoint start, BPoint end, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	fl_line(Pixel(start.x + offset.x), Pixel(start.y + offset.y), Pixel(end.x + offset.x),
-	        Pixel(end.y + offset.y));
-	EndPattern(this);
+	Prepare(painter, this, p)
+	    ->Line(Pixel(start.x + offset.x), Pixel(start.y + offset.y), Pixel(end.x + offset.x),
+	           Pixel(end.y + offset.y));
+	Finish(painter, this);
 }
 
 
@@ -1081,14 +1149,13 @@ BView::StrokeRect(BRect rect, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	int left = Pixel(rect.left + offset.x);
-	int top = Pixel(rect.top + offset.y);
-	fl_rect(left, top, Pixel(rect.right + offset.x) - left + 1,
-	        Pixel(rect.bottom + offset.y) - top + 1);
-	EndPattern(this);
+	int x, y, width, height;
+	PixelRect(rect, offset, &x, &y, &width, &height);
+	Prepare(painter, this, p)->StrokeRect(x, y, width, height);
+	Finish(painter, this);
 }
 
 
@@ -1103,14 +1170,12 @@ BView::FillRect(BRect rect, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	int left = Pixel(rect.left + offset.x);
-	int top = Pixel(rect.top + offset.y);
-	fl_rectf(left, top, Pixel(rect.right + offset.x) - left + 1,
-	         Pixel(rect.bottom + offset.y) - top + 1);
-	EndPattern(this);
+	int x, y, width, height;
+	PixelRect(rect, offset, &x, &y, &width, &height);
+	Prepare(painter, this, p)->FillRect(x, y, width, height);
 }
 
 
@@ -1125,18 +1190,12 @@ BView::InvertRect(BRect rect)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	int left = Pixel(rect.left + offset.x);
-	int top = Pixel(rect.top + offset.y);
-	int width = Pixel(rect.right + offset.x) - left + 1;
-	int height = Pixel(rect.bottom + offset.y) - top + 1;
-	if (width <= 0 || height <= 0)
-		return;
-	XSetFunction(fl_display, fl_gc, GXinvert);
-	XFillRectangle(fl_display, fl_window, fl_gc, left, top, static_cast<unsigned>(width),
-	               static_cast<unsigned>(height));
-	XSetFunction(fl_display, fl_gc, GXcopy);
+	int x, y, width, height;
+	PixelRect(rect, offset, &x, &y, &width, &height);
+	painter->InvertRect(x, y, width, height);
 }
 
 
@@ -1151,14 +1210,13 @@ BView::StrokeEllipse(BRect rect, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	int left = Pixel(rect.left + offset.x);
-	int top = Pixel(rect.top + offset.y);
-	fl_arc(left, top, Pixel(rect.right + offset.x) - left + 1,
-	       Pixel(rect.bottom + offset.y) - top + 1, 0.0, 360.0);
-	EndPattern(this);
+	int x, y, width, height;
+	PixelRect(rect, offset, &x, &y, &width, &height);
+	Prepare(painter, this, p)->StrokeEllipse(x, y, width, height);
+	Finish(painter, this);
 }
 
 
@@ -1181,14 +1239,12 @@ BView::FillEllipse(BRect rect, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	int left = Pixel(rect.left + offset.x);
-	int top = Pixel(rect.top + offset.y);
-	fl_pie(left, top, Pixel(rect.right + offset.x) - left + 1,
-	       Pixel(rect.bottom + offset.y) - top + 1, 0.0, 360.0);
-	EndPattern(this);
+	int x, y, width, height;
+	PixelRect(rect, offset, &x, &y, &width, &height);
+	Prepare(painter, this, p)->FillEllipse(x, y, width, height);
 }
 
 
@@ -1229,20 +1285,22 @@ BView::StrokePolygon(const BPoint* points, int32 count, bool closed, const patte
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	if (closed)
-		fl_begin_loop();
-	else
-		fl_begin_line();
-	for (int32 i = 0; i < count; i++)
-		fl_vertex(Pixel(points[i].x + offset.x), Pixel(points[i].y + offset.y));
-	if (closed)
-		fl_end_loop();
-	else
-		fl_end_line();
-	EndPattern(this);
+	int stackPoints[2 * 8];
+	std::vector<int> heapPoints;
+	int* xy = stackPoints;
+	if (count > 8) {
+		heapPoints.resize(static_cast<size_t>(count) * 2);
+		xy = heapPoints.data();
+	}
+	for (int32 i = 0; i < count; i++) {
+		xy[2 * i] = Pixel(points[i].x + offset.x);
+		xy[2 * i + 1] = Pixel(points[i].y + offset.y);
+	}
+	Prepare(painter, this, p)->StrokePolygon(xy, count, closed);
+	Finish(painter, this);
 }
 
 
@@ -1259,20 +1317,21 @@ BView::FillPolygon(const BPoint* points, int32 count, const pattern& p)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
-	ApplyPattern(this, p);
-	if (count == 3) {
-		fl_polygon(Pixel(points[0].x + offset.x), Pixel(points[0].y + offset.y),
-		           Pixel(points[1].x + offset.x), Pixel(points[1].y + offset.y),
-		           Pixel(points[2].x + offset.x), Pixel(points[2].y + offset.y));
-	} else {
-		fl_begin_complex_polygon();
-		for (int32 i = 0; i < count; i++)
-			fl_vertex(Pixel(points[i].x + offset.x), Pixel(points[i].y + offset.y));
-		fl_end_complex_polygon();
+	int stackPoints[2 * 8];
+	std::vector<int> heapPoints;
+	int* xy = stackPoints;
+	if (count > 8) {
+		heapPoints.resize(static_cast<size_t>(count) * 2);
+		xy = heapPoints.data();
 	}
-	EndPattern(this);
+	for (int32 i = 0; i < count; i++) {
+		xy[2 * i] = Pixel(points[i].x + offset.x);
+		xy[2 * i + 1] = Pixel(points[i].y + offset.y);
+	}
+	Prepare(painter, this, p)->FillPolygon(xy, count);
 }
 
 
@@ -1308,14 +1367,15 @@ BView::DrawString(const char* string, int32 length, BPoint where)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset)) {
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr) {
 		fPenLocation = BPoint(where.x + StringWidth(string, length), where.y);
 		return;
 	}
-	fl_font(FltkFont(fFont), Pixel(fFont.Size()));
-	platform_interface::SetFltkColor(fHighColor);
-	fl_draw(string, length, Pixel(where.x + offset.x), Pixel(where.y + offset.y));
-	fPenLocation = BPoint(where.x + static_cast<float>(fl_width(string, length)), where.y);
+	painter->SetColor(fHighColor);
+	float width = painter->String(string, length, Pixel(where.x + offset.x),
+	                              Pixel(where.y + offset.y), fFont);
+	fPenLocation = BPoint(where.x + width, where.y);
 }
 
 
@@ -1332,7 +1392,8 @@ BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
 		return;
 	}
 	BPoint offset;
-	if (!BeginDrawing(&offset))
+	platform_interface::Painter* painter = BeginDrawing(&offset);
+	if (painter == nullptr)
 		return;
 	BRect bounds = bitmap->Bounds();
 	int firstColumn = std::max(0, Pixel(source.left - bounds.left));
@@ -1341,12 +1402,12 @@ BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
 	int height = std::min(Pixel(source.Height()) + 1, Pixel(bounds.Height()) + 1 - firstRow);
 	if (width <= 0 || height <= 0)
 		return;
-	std::vector<uchar> rgb(static_cast<size_t>(width) * static_cast<size_t>(height) * 3);
+	std::vector<unsigned char> rgb(static_cast<size_t>(width) * static_cast<size_t>(height) * 3);
 	const uint8* bits = static_cast<const uint8*>(bitmap->Bits());
 	const color_map* palette = system_colors();
 	for (int row = 0; row < height; row++) {
 		const uint8* line = bits + static_cast<size_t>(row + firstRow) * bitmap->BytesPerRow();
-		uchar* out = &rgb[static_cast<size_t>(row) * static_cast<size_t>(width) * 3];
+		unsigned char* out = &rgb[static_cast<size_t>(row) * static_cast<size_t>(width) * 3];
 		for (int column = 0; column < width; column++) {
 			int x = column + firstColumn;
 			switch (bitmap->ColorSpace()) {
@@ -1374,8 +1435,8 @@ BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
 			out += 3;
 		}
 	}
-	fl_draw_image(rgb.data(), Pixel(destination.left + offset.x), Pixel(destination.top + offset.y),
-	              width, height, 3, 0);
+	painter->Image(rgb.data(), Pixel(destination.left + offset.x),
+	               Pixel(destination.top + offset.y), width, height);
 }
 
 
@@ -1413,6 +1474,8 @@ BView::Invalidate(BRect rect)
 }
 
 
+// The interface thread's drawing goes out on FLTK's connection; another
+// thread's on its own.
 void
 BView::Flush() const
 {
@@ -1422,8 +1485,11 @@ BView::Flush() const
 		Record(call, B_SOLID_HIGH);
 		return;
 	}
-	if (fl_display != nullptr)
-		XFlush(fl_display);
+	platform_interface::Painter* painter = IsUIThread()
+	                                           ? platform_interface::FltkPainter()
+	                                           : platform_interface::ExistingWorkerPainter();
+	if (painter != nullptr)
+		painter->Flush();
 }
 
 
@@ -1436,6 +1502,9 @@ BView::Sync() const
 		Record(call, B_SOLID_HIGH);
 		return;
 	}
-	if (fl_display != nullptr)
-		XSync(fl_display, False);
+	platform_interface::Painter* painter = IsUIThread()
+	                                           ? platform_interface::FltkPainter()
+	                                           : platform_interface::ExistingWorkerPainter();
+	if (painter != nullptr)
+		painter->Sync();
 }

@@ -26,6 +26,8 @@ public:
 	BView* View() const { return fView; }
 
 private:
+	bool PostDrop();
+
 	BView* fView;
 };
 

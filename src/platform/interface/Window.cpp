@@ -192,6 +192,9 @@ BWindow::Init(BRect frame, const char* title, window_look look, window_feel feel
 	fMaxWidth = 32768;
 	fMinHeight = 0;
 	fMaxHeight = 32768;
+	// A window may be made on any thread: its widget is built, and the
+	// application learns of it, under FLTK's lock.
+	platform_interface::UIGuard guard;
 	{
 		GroupCurrentReset reset;
 		fWidget = new WindowWidget(this, Pixel(frame.left), Pixel(frame.top),
