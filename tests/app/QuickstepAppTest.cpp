@@ -9,6 +9,7 @@
 
 #include <Box.h>
 #include <File.h>
+#include <FindDirectory.h>
 #include <PlatformTest.h>
 #include <Resources.h>
 #include <Screen.h>
@@ -202,6 +203,60 @@ TEST_F(QuickstepAppTest, SystemWindowShowsTheProfileAndIsRebuiltAfterClosing)
 	platform_set_screen(nullptr, B_NO_COLOR_SPACE);
 }
 
+TEST_F(QuickstepAppTest, ContextHelpRequestsReachTheHelpManager)
+{
+	fApp->ReadyToRun();
+	QuickstepWin* main = fApp->MainWindow();
+	ASSERT_TRUE(RunUntil([&] { return !main->IsHidden(); }));
+	main->Lock();
+	BView* strings = main->FindView("cpustring");
+	main->Unlock();
+	ASSERT_NE(strings, nullptr);
+
+	// Shift+F1 with the pointer over the Strings box: the help window comes
+	// later, the request is named on standard error.
+	testing::internal::CaptureStderr();
+	ASSERT_TRUE(apptest::ClickView(strings, BPoint(30, 8)));
+	ASSERT_TRUE(apptest::RunCommand("xdotool key shift+F1"));
+	apptest::RunFor(0.5);
+	std::string printed = testing::internal::GetCapturedStderr();
+	EXPECT_NE(printed.find("QuickstepWin/cpustring/cpubox/bgview"), std::string::npos) << printed;
+	apptest::CloseMainWindow(main);
+}
+
+TEST_F(QuickstepAppTest, HelpMenuOpensTheManualInTheBrowser)
+{
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	std::filesystem::create_directories(temp.Path("doc/Quickstep"));
+	std::filesystem::create_directories(temp.Path("bin"));
+	FILE* manual = fopen(temp.Path("doc/Quickstep/QuickstepSUM").c_str(), "w");
+	ASSERT_NE(manual, nullptr);
+	fclose(manual);
+	std::string log = temp.Path("opened");
+	FILE* launcher = fopen(temp.Path("bin/xdg-open").c_str(), "w");
+	ASSERT_NE(launcher, nullptr);
+	fprintf(launcher, "#!/bin/sh\necho \"$@\" > %s.part && mv %s.part %s\n", log.c_str(),
+	        log.c_str(), log.c_str());
+	fclose(launcher);
+	std::filesystem::permissions(temp.Path("bin/xdg-open"), std::filesystem::perms::owner_all);
+	std::string oldPath = getenv("PATH") != nullptr ? getenv("PATH") : "";
+	setenv("PATH", (temp.Path("bin") + ":" + oldPath).c_str(), 1);
+	platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, temp.Path("doc").c_str());
+
+	fApp->PostMessage(kMsgHelpDocument);
+	bool opened = RunUntil([&] { return std::filesystem::exists(log); }, 5);
+	setenv("PATH", oldPath.c_str(), 1);
+	platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, nullptr);
+	ASSERT_TRUE(opened);
+	FILE* in = fopen(log.c_str(), "r");
+	ASSERT_NE(in, nullptr);
+	char line[512] = "";
+	ASSERT_NE(fgets(line, sizeof(line), in), nullptr);
+	fclose(in);
+	EXPECT_EQ(std::string(line), "file://" + temp.Path("doc/Quickstep/QuickstepSUM") + "\n");
+}
+
 namespace {
 
 struct Outcome {
@@ -275,4 +330,28 @@ TEST(QuickstepProgramTest, HelpOptionStoresTheFileAndEndsWithoutAWindow)
 	outcome = RunProgram(program, "-help " + temp.Path("missing.help"), env);
 	EXPECT_EQ(outcome.status, 0);
 	EXPECT_EQ(outcome.err, temp.Path("missing.help") + " does not exist\n");
+}
+
+TEST(QuickstepProgramTest, QuitShortcutEndsTheProgram)
+{
+	QS_REQUIRE_DISPLAY();
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
+	// Started, its window waited for, then Ctrl+Q with the pointer inside it.
+	std::string script = temp.Path("quit.sh");
+	FILE* out = fopen(script.c_str(), "w");
+	ASSERT_NE(out, nullptr);
+	fprintf(out,
+	        "%s & pid=$!\n"
+	        "for i in $(seq 1 200); do\n"
+	        "  xdotool search --onlyvisible --name '^Quickstep$' >/dev/null 2>&1 && break\n"
+	        "  sleep 0.05\n"
+	        "done\n"
+	        "xdotool mousemove 150 150 sleep 0.2 key ctrl+q\n"
+	        "wait $pid\n",
+	        program.c_str());
+	fclose(out);
+	Outcome outcome = RunProgram("sh", script, "timeout 20");
+	EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
