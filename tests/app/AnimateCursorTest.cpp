@@ -49,22 +49,6 @@ TEST(AnimateCursorFramesTest, FramesOutsideTheCountAreIgnored)
 	EXPECT_EQ(cursor.Frame(2), nullptr);
 }
 
-TEST(AnimateCursorFramesTest, BusyFramesAreSixteenPixelCursorsThatDiffer)
-{
-	for (int i = 0; i < 4; i++) {
-		const unsigned char* frame = QuickstepWin::kBusyCursors[i];
-		EXPECT_EQ(frame[0], 16);
-		EXPECT_EQ(frame[1], 1);
-		// Hot spot inside the image.
-		EXPECT_LT(frame[2], 16);
-		EXPECT_LT(frame[3], 16);
-		// Every black pixel is inside the mask.
-		for (int b = 0; b < 32; b++)
-			EXPECT_EQ(frame[4 + b] & ~frame[36 + b], 0) << i << " " << b;
-		EXPECT_NE(memcmp(frame + 4, QuickstepWin::kBusyCursors[(i + 1) % 4] + 4, 32), 0);
-	}
-}
-
 TEST_F(AnimateCursorTest, RunSpinsOnItsThreadUntilQuit)
 {
 	AnimateCursor cursor("LoadCursor", 4);
