@@ -1,0 +1,117 @@
+#include "lib/LibApp.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <Message.h>
+#include <Window.h>
+
+#include "lib/LibAboutWindow.h"
+#include "lib/LibWindow.h"
+#include "sysinfo/AboutSysWindow.h"
+
+
+LibApp::LibApp(const char* signature, const char* name, const char* buildDate)
+    : BApplication(signature), fQuitting(false), fName(name), fBuildDate(buildDate),
+      fAboutWindow(nullptr), fSystemWindow(nullptr)
+{
+	fHelp.SetSignature(signature);
+	AddHandler(&fHelp);
+	AddHandler(&fTips);
+}
+
+
+LibApp::~LibApp()
+{
+	RemoveHandler(&fTips);
+	RemoveHandler(&fHelp);
+}
+
+
+void
+LibApp::ArgvReceived(int32 argc, char** argv)
+{
+	if (argc <= 1 || strcmp(argv[1], "-help") != 0)
+		return;
+	if (argc == 3) {
+		fHelp.AddHelpFile(argv[2]);
+		// Adding a help file is all this start was for: no window opens.
+		exit(0);
+	}
+	fprintf(stderr, "Help file requred\n");
+}
+
+
+void
+LibApp::ReadyToRun()
+{
+	ShowMainWindow();
+}
+
+
+BWindow*
+LibApp::Window()
+{
+	return nullptr;
+}
+
+
+void
+LibApp::ShowMainWindow()
+{
+	BWindow* window = Window();
+	if (window != nullptr)
+		window->Show();
+}
+
+
+void
+LibApp::MessageReceived(BMessage* message)
+{
+	switch (message->what) {
+		case kMsgShowAbout:
+			if (fAboutWindow == nullptr) {
+				fAboutWindow = new LibAboutWindow(this, fName, fBuildDate);
+				fAboutWindow->Run();
+			}
+			fAboutWindow->Pop();
+			break;
+		case kMsgAboutClosed:
+			fAboutWindow = nullptr;
+			break;
+		case kMsgShowSystem:
+			if (fSystemWindow == nullptr) {
+				fSystemWindow = new AboutSysWindow(this);
+				fSystemWindow->Run();
+			}
+			fSystemWindow->Pop();
+			break;
+		case kMsgSystemClosed:
+			fSystemWindow = nullptr;
+			break;
+		case kMsgHelpRequest:
+			fHelp.MessageReceived(message);
+			break;
+		case kMsgShowTip:
+			fTips.MessageReceived(message);
+			break;
+		case kMsgToggleTips:
+			fTips.ToggleTips();
+			break;
+		case kMsgShowMainWindow:
+			ShowMainWindow();
+			break;
+		default:
+			BApplication::MessageReceived(message);
+	}
+}
+
+
+bool
+LibApp::QuitRequested()
+{
+	fQuitting = true;
+	fQuitting = BApplication::QuitRequested();
+	return fQuitting;
+}

@@ -1,0 +1,24 @@
+// The program's manual, opened in the web browser.
+#ifndef LIB_HELP_H
+#define LIB_HELP_H
+
+#include <SupportDefs.h>
+
+#include "lib/LibString.h"
+
+class LibHelp
+{
+public:
+	// Opens <documentation>/<name>/<name>SUM in the web browser, or tells the
+	// user (an error alert) that it is not installed.
+	static status_t Show(const char* name);
+	// Where Show looks for the manual of name.
+	static LibString DocumentPath(const char* name);
+};
+
+// Hands link to the desktop's web browser (xdg-open, found along PATH) and
+// returns without waiting for it. B_ENTRY_NOT_FOUND when there is no browser
+// launcher.
+status_t WebLinkTo(const char* link);
+
+#endif // LIB_HELP_H

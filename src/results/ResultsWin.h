@@ -1,0 +1,55 @@
+// The results window: the last run's metrics, one row each with a rate per
+// processor configuration, and the buttons that save it, compare it or put
+// the window away.
+#ifndef RESULTS_WIN_H
+#define RESULTS_WIN_H
+
+#include <Path.h>
+
+#include "lib/DialogWindow.h"
+
+class BFilePanel;
+class BListView;
+class BMessage;
+class BScrollView;
+class Results;
+
+const uint32 kMsgResultsCancel = 500;
+const uint32 kMsgResultsCompare = 501;
+const uint32 kMsgResultsSave = 502;
+const uint32 kMsgResultsSavePanel = 503;
+const uint32 kMsgResultsEmail = 5000;
+const uint32 kMsgCompareClosed = 'cmpq';
+const uint32 kMsgDevicesDone = 'gsdq';
+
+class ResultsWin : public DialogWindow
+{
+public:
+	// Wide enough for one value column per CPU, the run with all of them
+	// first.
+	explicit ResultsWin(const int& nbrCpus);
+	~ResultsWin() override;
+
+	// Copies results (under the window lock) and lists its metrics. flag
+	// allows the comparison window to save its store.
+	void Update(Results& results, bool flag);
+
+	void MessageReceived(BMessage* message) override;
+	bool QuitRequested() override;
+
+	BListView* List() const { return fList; }
+	const Results* Record() const { return fRecord; }
+	bool CompareFlag() const { return fCompareFlag; }
+
+private:
+	BListView* fList;
+	BScrollView* fScroll;
+	BFilePanel* fSavePanel;
+	Results* fRecord;
+	BWindow* fCompareWin;
+	BWindow* fDevicesWin;
+	BPath fSavePath;
+	bool fCompareFlag;
+};
+
+#endif // RESULTS_WIN_H

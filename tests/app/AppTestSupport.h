@@ -1,0 +1,246 @@
+// Helpers for the desktop program's window tests: a display check, running
+// the interface loop until something happens, answering alerts the way a
+// user would, xdotool, and screenshots kept under build/screenshots.
+#ifndef APP_TEST_SUPPORT_H
+#define APP_TEST_SUPPORT_H
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <sys/stat.h>
+#include <thread>
+#include <vector>
+
+#include <Alert.h>
+#include <AppDefs.h>
+#include <Application.h>
+#include <InterfaceTest.h>
+#include <Message.h>
+#include <Messenger.h>
+#include <OS.h>
+#include <TextView.h>
+#include <View.h>
+#include <Window.h>
+
+#include "app/QuickstepApp.h"
+#include "app/QuickstepWin.h"
+#include "results/ResultsWin.h"
+
+namespace apptest {
+
+inline bool
+HaveDisplay()
+{
+	const char* display = getenv("DISPLAY");
+	return display != nullptr && display[0] != '\0' && platform_display_available();
+}
+
+#define QS_REQUIRE_DISPLAY()                                                                       \
+	do {                                                                                           \
+		if (!apptest::HaveDisplay())                                                               \
+			GTEST_SKIP() << "no display (run under xvfb-run -a)";                                  \
+	} while (false)
+
+// The process's one application, made on first use on the calling thread,
+// which becomes the interface thread, and kept to the end of the process.
+// Tests close the windows they open; the application's own state (such as
+// the "-scmp" flag) carries over to the tests that follow in the process.
+inline QuickstepApp*
+SharedApp()
+{
+	static QuickstepApp* app = new QuickstepApp;
+	return app;
+}
+
+// Runs the interface loop until done answers true or seconds pass.
+inline bool RunUntil(const std::function<bool()>& done, double seconds = 10);
+
+// Quits a main window and the results window it made (which outlives it in
+// the program, as it is quit with the application).
+inline void
+CloseMainWindow(QuickstepWin* window)
+{
+	ResultsWin* results = window->ResultsWindow();
+	if (results != nullptr) {
+		results->Lock();
+		results->Quit();
+	}
+	window->Lock();
+	window->Quit();
+}
+
+// Runs the interface loop until done answers true or seconds pass.
+inline bool
+RunUntil(const std::function<bool()>& done, double seconds)
+{
+	return platform_ui_run_until(done, static_cast<bigtime_t>(seconds * 1000000));
+}
+
+inline void
+RunFor(double seconds)
+{
+	platform_ui_run_for(static_cast<bigtime_t>(seconds * 1000000));
+}
+
+// Runs a shell command on a thread of its own while the caller keeps the
+// interface loop running (xdotool and import need the windows to answer).
+class Command
+{
+public:
+	explicit Command(const std::string& command) : fDone(false), fStatus(-1)
+	{
+		fThread = std::thread([this, command] {
+			fStatus = system(command.c_str());
+			fDone = true;
+		});
+	}
+
+	~Command()
+	{
+		if (fThread.joinable())
+			fThread.join();
+	}
+
+	bool Done() const { return fDone; }
+	int Status() const { return fStatus; }
+
+private:
+	std::atomic<bool> fDone;
+	std::atomic<int> fStatus;
+	std::thread fThread;
+};
+
+// Runs command to its end with the interface loop running; true on status 0.
+inline bool
+RunCommand(const std::string& command, double seconds = 20)
+{
+	Command running(command);
+	RunUntil([&] { return running.Done(); }, seconds);
+	return running.Done() && running.Status() == 0;
+}
+
+// Moves the pointer to a view's point (view coordinates) and clicks it.
+inline bool
+ClickView(BView* view, BPoint where)
+{
+	view->Window()->Lock();
+	BPoint screen = view->ConvertToScreen(where);
+	view->Window()->Unlock();
+	char command[160];
+	snprintf(command, sizeof(command), "xdotool mousemove %d %d sleep 0.1 click 1",
+	         static_cast<int>(screen.x), static_cast<int>(screen.y));
+	return RunCommand(command);
+}
+
+// Moves the pointer into a window (focus follows it without a window
+// manager) and presses keys, e.g. "ctrl+a".
+inline bool
+PressKeys(BWindow* window, const char* keys)
+{
+	window->Lock();
+	BRect frame = window->Frame();
+	window->Unlock();
+	char command[200];
+	snprintf(command, sizeof(command), "xdotool mousemove %d %d sleep 0.1 key %s",
+	         static_cast<int>(frame.left + frame.Width() / 2),
+	         static_cast<int>(frame.top + frame.Height() / 2), keys);
+	return RunCommand(command);
+}
+
+// Saves the whole screen as build/screenshots/<name>.png for people to look
+// at; true when the file was written.
+inline bool
+Screenshot(const char* name)
+{
+	std::string directory = std::string(QS_BIN_DIR) + "/../screenshots";
+	mkdir(directory.c_str(), 0755);
+	RunFor(0.3);
+	std::string command = "import -window root " + directory + "/" + name + ".png";
+	return RunCommand(command);
+}
+
+// Answers the program's modal alerts as a user clicking a button would (the
+// button's message to the alert), in the order of the answers given, and
+// keeps every alert's text. A modal alert keeps the interface lock held, so
+// the looking is done on the interface thread, by a handler of the
+// application that a thread of this class pokes every 20 ms; the alert's
+// loop dispatches the application's messages meanwhile.
+class AlertAnswerer
+{
+public:
+	explicit AlertAnswerer(std::vector<int32> answers) : fClicker(std::move(answers)), fStop(false)
+	{
+		be_app->AddHandler(&fClicker);
+		fThread = std::thread([this] {
+			BMessenger clicker(&fClicker, be_app);
+			while (!fStop) {
+				snooze(20000);
+				clicker.SendMessage(kTick);
+			}
+		});
+	}
+
+	~AlertAnswerer()
+	{
+		fStop = true;
+		fThread.join();
+		// Ticks still queued find no handler and are dropped.
+		be_app->RemoveHandler(&fClicker);
+	}
+
+	int32 Answered() const { return fClicker.fAnswered; }
+	std::vector<std::string> Texts() const { return fClicker.fTexts; }
+
+private:
+	static const uint32 kTick = 'tick';
+	static constexpr const char* kAnswered = "answered by the test";
+
+	class Clicker : public BHandler
+	{
+	public:
+		explicit Clicker(std::vector<int32> answers)
+		    : BHandler("alert answerer"), fAnswers(std::move(answers)), fAnswered(0)
+		{
+		}
+
+		void MessageReceived(BMessage* message) override
+		{
+			if (message->what != kTick) {
+				BHandler::MessageReceived(message);
+				return;
+			}
+			if (static_cast<size_t>(fAnswered) >= fAnswers.size())
+				return;
+			for (int32 i = 0; i < be_app->CountWindows(); i++) {
+				BAlert* alert = dynamic_cast<BAlert*>(be_app->WindowAt(i));
+				// An answered alert is marked by its title until it is gone.
+				if (alert == nullptr || alert->IsHidden() || strcmp(alert->Title(), kAnswered) == 0)
+					continue;
+				fTexts.push_back(alert->TextView()->Text());
+				alert->SetTitle(kAnswered);
+				BMessage click(B_ALERT_BUTTON_MESSAGE);
+				click.AddInt32("which", fAnswers[fAnswered]);
+				alert->PostMessage(&click);
+				fAnswered++;
+				return;
+			}
+		}
+
+		std::vector<int32> fAnswers;
+		std::atomic<int32> fAnswered;
+		std::vector<std::string> fTexts;
+	};
+
+	Clicker fClicker;
+	std::atomic<bool> fStop;
+	std::thread fThread;
+};
+
+} // namespace apptest
+
+#endif // APP_TEST_SUPPORT_H

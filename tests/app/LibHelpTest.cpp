@@ -1,0 +1,97 @@
+#include "lib/LibHelp.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+
+#include <Application.h>
+#include <FindDirectory.h>
+#include <PlatformTest.h>
+
+#include "app/AppTestSupport.h"
+#include "platform/TempDirectory.h"
+
+namespace {
+
+// A PATH whose xdg-open writes its arguments to a file instead of starting a
+// browser.
+class LibHelpTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		ASSERT_TRUE(fTemp.Valid());
+		const char* path = getenv("PATH");
+		fOldPath = path != nullptr ? path : "";
+		std::filesystem::create_directories(fTemp.Path("bin"));
+		fLog = fTemp.Path("opened");
+		std::string launcher = fTemp.Path("bin/xdg-open");
+		std::ofstream script(launcher);
+		script << "#!/bin/sh\necho \"$@\" > " << fLog << ".part && mv " << fLog << ".part " << fLog
+		       << "\n";
+		script.close();
+		std::filesystem::permissions(launcher, std::filesystem::perms::owner_all);
+		setenv("PATH", (fTemp.Path("bin") + ":" + fOldPath).c_str(), 1);
+		platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, fTemp.Path("doc").c_str());
+	}
+
+	void TearDown() override
+	{
+		setenv("PATH", fOldPath.c_str(), 1);
+		platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, nullptr);
+	}
+
+	std::string Opened(double seconds = 5)
+	{
+		for (int i = 0; i < seconds * 50; i++) {
+			std::ifstream in(fLog);
+			if (in) {
+				std::stringstream text;
+				text << in.rdbuf();
+				return text.str();
+			}
+			snooze(20000);
+		}
+		return "";
+	}
+
+	TempDirectory fTemp;
+	std::string fOldPath;
+	std::string fLog;
+};
+
+} // namespace
+
+TEST_F(LibHelpTest, ManualOpensAsAFileLinkInTheBrowser)
+{
+	std::filesystem::create_directories(fTemp.Path("doc/Quickstep"));
+	std::ofstream(fTemp.Path("doc/Quickstep/QuickstepSUM")) << "<html></html>";
+
+	EXPECT_EQ(LibHelp::DocumentPath("Quickstep").String(),
+	          fTemp.Path("doc/Quickstep/QuickstepSUM"));
+	EXPECT_EQ(LibHelp::Show("Quickstep"), B_OK);
+	EXPECT_EQ(Opened(), "file://" + fTemp.Path("doc/Quickstep/QuickstepSUM") + "\n");
+}
+
+TEST_F(LibHelpTest, NoBrowserLauncherIsReported)
+{
+	setenv("PATH", fTemp.Path("nothing-here").c_str(), 1);
+	EXPECT_EQ(WebLinkTo("file:///tmp/x"), B_ENTRY_NOT_FOUND);
+}
+
+TEST_F(LibHelpTest, MissingManualIsToldToTheUserAndNothingOpens)
+{
+	QS_REQUIRE_DISPLAY();
+	apptest::SharedApp();
+	std::string expected = "Unable to find help file for Quickstep in '" +
+	                       fTemp.Path("doc/Quickstep/QuickstepSUM") + "'";
+	apptest::AlertAnswerer answerer({0});
+	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ENTRY_NOT_FOUND);
+	ASSERT_EQ(answerer.Texts().size(), 1u);
+	EXPECT_EQ(answerer.Texts()[0], expected);
+	EXPECT_EQ(Opened(0.3), "");
+}

@@ -1,0 +1,357 @@
+#include "app/QuickstepApp.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <Box.h>
+#include <File.h>
+#include <FindDirectory.h>
+#include <PlatformTest.h>
+#include <Resources.h>
+#include <Screen.h>
+#include <StringView.h>
+
+#include "app/AppTestSupport.h"
+#include "app/QuickstepWin.h"
+#include "help/HelpFile.h"
+#include "lib/LibAppVersion.h"
+#include "lib/LibWindow.h"
+#include "platform/TempDirectory.h"
+#include "results/ResultsWin.h"
+
+using apptest::RunUntil;
+
+namespace {
+
+class QuickstepAppTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		QS_REQUIRE_DISPLAY();
+		fApp = apptest::SharedApp();
+	}
+
+
+	// Calls ArgvReceived with these arguments; answers what it printed.
+	std::string Arguments(std::vector<const char*> arguments)
+	{
+		std::vector<char*> argv;
+		for (const char* argument : arguments)
+			argv.push_back(const_cast<char*>(argument));
+		testing::internal::CaptureStderr();
+		fApp->ArgvReceived(static_cast<int32>(argv.size()), argv.data());
+		return testing::internal::GetCapturedStderr();
+	}
+
+	std::string Line(BWindow* window, const char* name)
+	{
+		window->Lock();
+		BStringView* view = dynamic_cast<BStringView*>(window->FindView(name));
+		std::string text = view != nullptr ? view->Text() : "<no view>";
+		window->Unlock();
+		return text;
+	}
+
+	QuickstepApp* fApp = nullptr;
+};
+
+} // namespace
+
+TEST_F(QuickstepAppTest, StartWritesVersionAndShowsTheMainWindow)
+{
+	EXPECT_STREQ(LibGetAppVersion().String(), "1.2.2");
+	EXPECT_STREQ(fApp->Signature(), "application/x-vnd.Kestrelware.QStp");
+	EXPECT_STREQ(fApp->Help().HelpName(), "QStp");
+
+	fApp->ReadyToRun();
+	QuickstepWin* main = fApp->MainWindow();
+	ASSERT_NE(main, nullptr);
+	EXPECT_TRUE(RunUntil([&] { return !main->IsHidden(); }));
+	EXPECT_FALSE(main->AllowCompareSave());
+	apptest::CloseMainWindow(main);
+}
+
+TEST_F(QuickstepAppTest, ScmpAloneAllowsSavingComparisonsThroughToTheResults)
+{
+	EXPECT_EQ(Arguments({"quickstep", "-scmp", "extra"}), "");
+	EXPECT_FALSE(fApp->AllowCompareSave());
+	EXPECT_EQ(Arguments({"quickstep", "-SCMP"}), "");
+	EXPECT_FALSE(fApp->AllowCompareSave());
+	EXPECT_EQ(Arguments({"quickstep", "-scmp"}), "Allowed to save comparisons\n");
+	EXPECT_TRUE(fApp->AllowCompareSave());
+
+	fApp->ReadyToRun();
+	QuickstepWin* main = fApp->MainWindow();
+	ASSERT_NE(main, nullptr);
+	EXPECT_TRUE(main->AllowCompareSave());
+	// The end of a run hands the flag to the results window.
+	main->PostMessage(kMsgThreadCompleted);
+	ResultsWin* results = main->ResultsWindow();
+	ASSERT_TRUE(RunUntil([&] { return !results->IsHidden(); }));
+	EXPECT_TRUE(results->CompareFlag());
+	apptest::CloseMainWindow(main);
+}
+
+TEST_F(QuickstepAppTest, HelpWithoutAFileIsReportedAndIgnored)
+{
+	EXPECT_EQ(Arguments({"quickstep", "-help"}), "Help file requred\n");
+	EXPECT_EQ(Arguments({"quickstep", "-help", "a", "b"}), "Help file requred\n");
+	// Other arguments are ignored silently.
+	EXPECT_EQ(Arguments({"quickstep", "-unknown"}), "");
+}
+
+TEST_F(QuickstepAppTest, AboutWindowIsReusedUntilItCloses)
+{
+	fApp->PostMessage(kMsgShowAbout);
+	ASSERT_TRUE(RunUntil([&] { return fApp->AboutWindow() != nullptr; }));
+	LibWindow* about = fApp->AboutWindow();
+	ASSERT_TRUE(RunUntil([&] { return !about->IsHidden(); }));
+	EXPECT_EQ(Line(about, "about_version"), "Version 1.2.2");
+	EXPECT_EQ(Line(about, "about_built"), "Built 15 Feb 1999");
+	apptest::Screenshot("about-window");
+
+	fApp->PostMessage(kMsgShowAbout);
+	apptest::RunFor(0.3);
+	EXPECT_EQ(fApp->AboutWindow(), about);
+	int32 windows = fApp->CountWindows();
+
+	// Its "OK" closes it, and the application forgets it.
+	about->PostMessage(B_QUIT_REQUESTED);
+	ASSERT_TRUE(RunUntil([&] { return fApp->AboutWindow() == nullptr; }));
+	EXPECT_TRUE(RunUntil([&] { return fApp->CountWindows() == windows - 1; }));
+
+	fApp->PostMessage(kMsgShowAbout);
+	ASSERT_TRUE(RunUntil([&] { return fApp->AboutWindow() != nullptr; }));
+	EXPECT_TRUE(RunUntil([&] { return !fApp->AboutWindow()->IsHidden(); }));
+	fApp->AboutWindow()->PostMessage(B_QUIT_REQUESTED);
+	RunUntil([&] { return fApp->AboutWindow() == nullptr; });
+}
+
+TEST_F(QuickstepAppTest, SystemWindowShowsTheProfileAndIsRebuiltAfterClosing)
+{
+	system_info info;
+	get_system_info(&info);
+	info.cpu_count = 2;
+	info.cpu_type = static_cast<cpu_type>(0x1063);
+	info.cpu_revision = 5;
+	info.cpu_clock_speed = 400500001;
+	info.platform_type = static_cast<platform_type>(2);
+	platform_set_system_info(&info);
+	BRect screen(0, 0, 1023, 767);
+	platform_set_screen(&screen, B_CMAP8);
+
+	fApp->PostMessage(kMsgShowSystem);
+	ASSERT_TRUE(RunUntil([&] { return fApp->SystemWindow() != nullptr; }));
+	LibWindow* system = fApp->SystemWindow();
+	ASSERT_TRUE(RunUntil([&] { return !system->IsHidden(); }));
+	system->Lock();
+	EXPECT_STREQ(system->Name(), "AboutSysWindow");
+	EXPECT_STREQ(system->Title(), "About BeOS System");
+	BRect frame = system->Frame();
+	BView* view = system->FindView("AbtSysView");
+	ASSERT_NE(view, nullptr);
+	struct Group {
+		const char* name;
+		const char* label;
+	};
+	for (const Group& group :
+	     {Group{"machine", "Machine"}, Group{"monitor", "Monitor"}, Group{"cpu", "CPU"}}) {
+		BBox* box = dynamic_cast<BBox*>(system->FindView(group.name));
+		ASSERT_NE(box, nullptr) << group.name;
+		EXPECT_STREQ(box->Label(), group.label);
+		EXPECT_EQ(box->Parent(), view);
+	}
+	system->Unlock();
+	EXPECT_EQ(frame, BRect(100, 50, 320, 315));
+
+	// The host name line stays empty whenever the machine answers its name.
+	EXPECT_EQ(Line(system, "hostname"), "");
+	EXPECT_EQ(Line(system, "platform"), "Platform : AT Clone");
+	EXPECT_EQ(Line(system, "kernel_built").rfind("OS Built : ", 0), 0u);
+	EXPECT_EQ(Line(system, "kernel_version").rfind("OS Version : ", 0), 0u);
+	EXPECT_EQ(Line(system, "color_bits"), "Color : 8 bit color");
+	EXPECT_EQ(Line(system, "screen_size"), "Size : 1024 x 768");
+	EXPECT_EQ(Line(system, "nbr_cpu"), "Quantity : 2");
+	EXPECT_EQ(Line(system, "cpu_type"), "Type : Intel Pentium II");
+	EXPECT_EQ(Line(system, "cpu_revision"), "Revision : 5");
+	EXPECT_EQ(Line(system, "cpu_clock_speed"), "Clock Speed : 401 MHz");
+	apptest::Screenshot("system-window");
+
+	// Asking again brings the same window forward; its profile stays.
+	info.cpu_count = 4;
+	platform_set_system_info(&info);
+	fApp->PostMessage(kMsgShowSystem);
+	apptest::RunFor(0.3);
+	EXPECT_EQ(fApp->SystemWindow(), system);
+	EXPECT_EQ(Line(system, "nbr_cpu"), "Quantity : 2");
+
+	// Closed, it is forgotten; the next one reads the machine anew.
+	system->PostMessage(B_QUIT_REQUESTED);
+	ASSERT_TRUE(RunUntil([&] { return fApp->SystemWindow() == nullptr; }));
+	fApp->PostMessage(kMsgShowSystem);
+	ASSERT_TRUE(RunUntil([&] { return fApp->SystemWindow() != nullptr; }));
+	EXPECT_EQ(Line(fApp->SystemWindow(), "nbr_cpu"), "Quantity : 4");
+	fApp->SystemWindow()->PostMessage(B_QUIT_REQUESTED);
+	RunUntil([&] { return fApp->SystemWindow() == nullptr; });
+
+	platform_set_system_info(nullptr);
+	platform_set_screen(nullptr, B_NO_COLOR_SPACE);
+}
+
+TEST_F(QuickstepAppTest, ContextHelpRequestsReachTheHelpManager)
+{
+	fApp->ReadyToRun();
+	QuickstepWin* main = fApp->MainWindow();
+	ASSERT_TRUE(RunUntil([&] { return !main->IsHidden(); }));
+	main->Lock();
+	BView* strings = main->FindView("cpustring");
+	main->Unlock();
+	ASSERT_NE(strings, nullptr);
+
+	// Shift+F1 with the pointer over the Strings box: the help window comes
+	// later, the request is named on standard error.
+	testing::internal::CaptureStderr();
+	ASSERT_TRUE(apptest::ClickView(strings, BPoint(30, 8)));
+	ASSERT_TRUE(apptest::RunCommand("xdotool key shift+F1"));
+	apptest::RunFor(0.5);
+	std::string printed = testing::internal::GetCapturedStderr();
+	EXPECT_NE(printed.find("QuickstepWin/cpustring/cpubox/bgview"), std::string::npos) << printed;
+	apptest::CloseMainWindow(main);
+}
+
+TEST_F(QuickstepAppTest, HelpMenuOpensTheManualInTheBrowser)
+{
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	std::filesystem::create_directories(temp.Path("doc/Quickstep"));
+	std::filesystem::create_directories(temp.Path("bin"));
+	FILE* manual = fopen(temp.Path("doc/Quickstep/QuickstepSUM").c_str(), "w");
+	ASSERT_NE(manual, nullptr);
+	fclose(manual);
+	std::string log = temp.Path("opened");
+	FILE* launcher = fopen(temp.Path("bin/xdg-open").c_str(), "w");
+	ASSERT_NE(launcher, nullptr);
+	fprintf(launcher, "#!/bin/sh\necho \"$@\" > %s.part && mv %s.part %s\n", log.c_str(),
+	        log.c_str(), log.c_str());
+	fclose(launcher);
+	std::filesystem::permissions(temp.Path("bin/xdg-open"), std::filesystem::perms::owner_all);
+	std::string oldPath = getenv("PATH") != nullptr ? getenv("PATH") : "";
+	setenv("PATH", (temp.Path("bin") + ":" + oldPath).c_str(), 1);
+	platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, temp.Path("doc").c_str());
+
+	fApp->PostMessage(kMsgHelpDocument);
+	bool opened = RunUntil([&] { return std::filesystem::exists(log); }, 5);
+	setenv("PATH", oldPath.c_str(), 1);
+	platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, nullptr);
+	ASSERT_TRUE(opened);
+	FILE* in = fopen(log.c_str(), "r");
+	ASSERT_NE(in, nullptr);
+	char line[512] = "";
+	ASSERT_NE(fgets(line, sizeof(line), in), nullptr);
+	fclose(in);
+	EXPECT_EQ(std::string(line), "file://" + temp.Path("doc/Quickstep/QuickstepSUM") + "\n");
+}
+
+namespace {
+
+struct Outcome {
+	int status = -1;
+	std::string err;
+};
+
+// Runs a program with arguments and an environment change; collects its
+// standard error and exit status.
+Outcome
+RunProgram(const std::string& program, const std::string& arguments, const std::string& env)
+{
+	Outcome outcome;
+	std::string command = env + " " + program + " " + arguments + " 2>&1 >/dev/null";
+	FILE* pipe = popen(command.c_str(), "r");
+	if (pipe == nullptr)
+		return outcome;
+	char buffer[512];
+	while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
+		outcome.err += buffer;
+	int status = pclose(pipe);
+	outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+	return outcome;
+}
+
+} // namespace
+
+TEST(QuickstepProgramTest, WithoutADisplayItSaysSoAndEndsWithStatusOne)
+{
+	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
+	for (const char* env : {"env -u DISPLAY", "env DISPLAY=:4711"}) {
+		Outcome outcome = RunProgram(program, "", env);
+		EXPECT_EQ(outcome.status, 1) << env;
+		// One line, naming the program to use instead.
+		ASSERT_FALSE(outcome.err.empty()) << env;
+		EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+		EXPECT_NE(outcome.err.find("quickstep-cli"), std::string::npos) << outcome.err;
+	}
+}
+
+TEST(QuickstepProgramTest, HelpOptionStoresTheFileAndEndsWithoutAWindow)
+{
+	QS_REQUIRE_DISPLAY();
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	temp.UseAsDataHome();
+	// A copy of the program, so the build's own executable keeps no help.
+	std::string program = temp.Path("quickstep");
+	std::filesystem::copy_file(std::string(QS_BIN_DIR) + "/quickstep", program);
+	std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+	std::string help = temp.Path("QStp.help");
+	FILE* out = fopen(help.c_str(), "w");
+	ASSERT_NE(out, nullptr);
+	fputs("<CONTENTS><Start PAGE=\"start\">Start</Start></CONTENTS>", out);
+	fclose(out);
+
+	std::string env = "env XDG_DATA_HOME=" + temp.Path("data") + " timeout 20";
+	Outcome outcome = RunProgram(program, "-help " + help, env);
+	EXPECT_EQ(outcome.status, 0);
+	EXPECT_EQ(outcome.err, help + " added to application\n");
+
+	BFile file(program.c_str(), B_READ_ONLY);
+	BResources resources(&file);
+	size_t length = 0;
+	const void* data =
+	    resources.LoadResource(HelpFile::kResourceType, HelpFile::kResourceId, &length);
+	ASSERT_NE(data, nullptr);
+	EXPECT_EQ(std::string(static_cast<const char*>(data), length),
+	          "<CONTENTS><Start PAGE=\"start\">Start</Start></CONTENTS>");
+
+	outcome = RunProgram(program, "-help " + temp.Path("missing.help"), env);
+	EXPECT_EQ(outcome.status, 0);
+	EXPECT_EQ(outcome.err, temp.Path("missing.help") + " does not exist\n");
+}
+
+TEST(QuickstepProgramTest, QuitShortcutEndsTheProgram)
+{
+	QS_REQUIRE_DISPLAY();
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
+	// Started, its window waited for, then Ctrl+Q with the pointer inside it.
+	std::string script = temp.Path("quit.sh");
+	FILE* out = fopen(script.c_str(), "w");
+	ASSERT_NE(out, nullptr);
+	fprintf(out,
+	        "%s & pid=$!\n"
+	        "for i in $(seq 1 200); do\n"
+	        "  xdotool search --onlyvisible --name '^Quickstep$' >/dev/null 2>&1 && break\n"
+	        "  sleep 0.05\n"
+	        "done\n"
+	        "xdotool mousemove 150 150 sleep 0.2 key ctrl+q\n"
+	        "wait $pid\n",
+	        program.c_str());
+	fclose(out);
+	Outcome outcome = RunProgram("sh", script, "timeout 20");
+	EXPECT_EQ(outcome.status, 0) << outcome.err;
+}

@@ -1,0 +1,465 @@
+#include "app/QuickstepWin.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <Box.h>
+#include <CheckBox.h>
+#include <ListView.h>
+#include <Menu.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
+#include <PlatformTest.h>
+#include <Screen.h>
+#include <StringView.h>
+
+#include "app/AnimateCursor.h"
+#include "app/AppTestSupport.h"
+#include "app/QuickstepApp.h"
+#include "results/ResultItem.h"
+#include "results/ResultsWin.h"
+
+using apptest::AlertAnswerer;
+using apptest::RunUntil;
+
+namespace {
+
+const char* const kScreenText = "To properly test the graphics portion, the screen should be set "
+                                "to 8 Bits/Pixel, and a resolution of 1024x768";
+const char* const kWarningStart = "While the test is being conducted against one CPU";
+
+// The main window counts the run messages it gets, then handles them as
+// ever.
+class CountingWin : public QuickstepWin
+{
+public:
+	CountingWin() : QuickstepWin(false), fCompleted(0) {}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what == kMsgThreadCompleted)
+			fCompleted++;
+		if (message->what == kMsgBenchmarkStatus) {
+			const char* status = nullptr;
+			if (message->FindString("status", &status) == B_OK)
+				fStatus.push_back(status);
+		}
+		QuickstepWin::MessageReceived(message);
+	}
+
+	std::atomic<int32> fCompleted;
+	std::vector<std::string> fStatus;
+};
+
+class QuickstepWinTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		QS_REQUIRE_DISPLAY();
+		get_system_info(&fInfo);
+		SetCpus(2);
+		fApp = apptest::SharedApp();
+		fWin = new CountingWin;
+		fWin->Run();
+		fWin->Show();
+		RunUntil([&] { return !fWin->IsHidden(); }, 5);
+	}
+
+	void TearDown() override
+	{
+		if (fWin != nullptr)
+			apptest::CloseMainWindow(fWin);
+		platform_set_system_info(nullptr);
+		platform_set_screen(nullptr, B_NO_COLOR_SPACE);
+		platform_set_cpu_state_hook(nullptr);
+	}
+
+	void SetCpus(int32 count)
+	{
+		fInfo.cpu_count = count;
+		platform_set_system_info(&fInfo);
+	}
+
+	void SetScreen(int32 width, int32 height, color_space space)
+	{
+		BRect frame(0, 0, width - 1, height - 1);
+		platform_set_screen(&frame, space);
+	}
+
+	template <class T> T* View(const char* name)
+	{
+		fWin->Lock();
+		T* view = dynamic_cast<T*>(fWin->FindView(name));
+		fWin->Unlock();
+		return view;
+	}
+
+	std::string Estimate()
+	{
+		fWin->Lock();
+		std::string text = View<BStringView>("est_time")->Text();
+		fWin->Unlock();
+		return text;
+	}
+
+	std::string TimeLabel()
+	{
+		fWin->Lock();
+		std::string label = View<BBox>("timebox")->Label();
+		fWin->Unlock();
+		return label;
+	}
+
+	BMenuItem* TestItem() { return fWin->KeyMenuBar()->FindItem(kMsgStartTest); }
+
+	bool TestEnabled()
+	{
+		fWin->Lock();
+		bool enabled = TestItem()->IsEnabled();
+		fWin->Unlock();
+		return enabled;
+	}
+
+	// Clicks a check box in its box (left of the label).
+	bool Click(const char* name)
+	{
+		BCheckBox* box = View<BCheckBox>(name);
+		return box != nullptr && apptest::ClickView(box, BPoint(7, box->Bounds().Height() / 2));
+	}
+
+	bool WaitForEstimate(const char* text)
+	{
+		return RunUntil([&] { return Estimate() == text; }, 5);
+	}
+
+	bool WaitForRuns(int32 runs, double seconds = 60)
+	{
+		return RunUntil([&] { return fWin->fCompleted >= runs; }, seconds);
+	}
+
+	void Post(uint32 what) { fWin->PostMessage(what); }
+
+	system_info fInfo;
+	QuickstepApp* fApp = nullptr;
+	CountingWin* fWin = nullptr;
+};
+
+} // namespace
+
+TEST_F(QuickstepWinTest, WindowHasItsMenusBoxesAndNames)
+{
+	fWin->Lock();
+	EXPECT_STREQ(fWin->Name(), "QuickstepWin");
+	EXPECT_STREQ(fWin->Title(), "Quickstep");
+	EXPECT_EQ(fWin->Flags() & (B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE),
+	          static_cast<uint32>(B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE));
+	BRect frame = fWin->Frame();
+	EXPECT_EQ(frame, BRect(50, 50, 295, 285));
+
+	BMenuBar* bar = fWin->KeyMenuBar();
+	ASSERT_NE(bar, nullptr);
+	ASSERT_EQ(bar->CountItems(), 2);
+	BMenu* appMenu = bar->SubmenuAt(0);
+	BMenu* quickstep = bar->SubmenuAt(1);
+	ASSERT_NE(appMenu, nullptr);
+	ASSERT_NE(quickstep, nullptr);
+	EXPECT_STREQ(quickstep->Name(), "Quickstep");
+
+	struct Expected {
+		BMenu* menu;
+		int32 index;
+		const char* label;
+		uint32 what;
+		char shortcut;
+		bool toApp;
+	};
+	const Expected items[] = {
+	    {appMenu, 0, "About Quickstep...", 'sabt', 0, true},
+	    {appMenu, 1, "Help...", 'Help', 0, true},
+	    {appMenu, 2, "System...", 'ssys', 0, true},
+	    {appMenu, 4, "Quit", B_QUIT_REQUESTED, 'Q', true},
+	    {quickstep, 0, "Test", 100, 'T', false},
+	    {quickstep, 1, "All", 200, 'A', false},
+	};
+	ASSERT_EQ(appMenu->CountItems(), 5);
+	EXPECT_TRUE(appMenu->ItemAt(3)->IsSeparator());
+	ASSERT_EQ(quickstep->CountItems(), 2);
+	for (const Expected& expected : items) {
+		BMenuItem* item = expected.menu->ItemAt(expected.index);
+		ASSERT_NE(item, nullptr) << expected.label;
+		EXPECT_STREQ(item->Label(), expected.label);
+		EXPECT_EQ(item->Command(), expected.what) << expected.label;
+		EXPECT_EQ(item->Shortcut(), expected.shortcut) << expected.label;
+		EXPECT_EQ(item->Target() == be_app, expected.toApp) << expected.label;
+	}
+	EXPECT_FALSE(quickstep->ItemAt(0)->IsEnabled());
+
+	BView* background = fWin->FindView("bgview");
+	ASSERT_NE(background, nullptr);
+	struct Group {
+		const char* name;
+		const char* label;
+	};
+	for (const Group& group : {Group{"cpubox", "Architecture"}, Group{"diskbox", "Disk"},
+	                           Group{"timebox", "Estimated Test Time"}}) {
+		BBox* box = dynamic_cast<BBox*>(fWin->FindView(group.name));
+		ASSERT_NE(box, nullptr) << group.name;
+		EXPECT_EQ(box->Parent(), background);
+		EXPECT_STREQ(box->Label(), group.label);
+	}
+
+	struct Check {
+		const char* name;
+		const char* label;
+		uint32 what;
+		const char* box;
+	};
+	const Check checks[] = {
+	    {"cpugraphics", "Graphics", 2000, "cpubox"},     {"cpustring", "Strings", 2001, "cpubox"},
+	    {"cpumemory", "Memory", 2002, "cpubox"},         {"cpusavage", "Savage", 2003, "cpubox"},
+	    {"cpuackerman", "Ackerman", 2004, "cpubox"},     {"cpufourier", "Fourier", 2008, "cpubox"},
+	    {"cpuwhetstone", "Whetstone", 2006, "cpubox"},   {"cpusieve", "Sieve", 2007, "cpubox"},
+	    {"disklifecycle", "LifeCycle", 3001, "diskbox"}, {"disio", "Input/Output", 3000, "diskbox"},
+	};
+	for (const Check& check : checks) {
+		BCheckBox* box = dynamic_cast<BCheckBox*>(fWin->FindView(check.name));
+		ASSERT_NE(box, nullptr) << check.name;
+		EXPECT_STREQ(box->Label(), check.label);
+		EXPECT_EQ(box->Command(), check.what) << check.name;
+		EXPECT_EQ(box->Value(), B_CONTROL_OFF);
+		EXPECT_STREQ(box->Parent()->Name(), check.box);
+	}
+	// No box for Dhrystone.
+	EXPECT_EQ(fWin->FindView("cpudhrystone"), nullptr);
+
+	BStringView* estimate = dynamic_cast<BStringView*>(fWin->FindView("est_time"));
+	ASSERT_NE(estimate, nullptr);
+	EXPECT_STREQ(estimate->Parent()->Name(), "timebox");
+	EXPECT_STREQ(estimate->Text(), "0:00");
+	BStringView* tip = dynamic_cast<BStringView*>(fWin->FindView("tip_help"));
+	ASSERT_NE(tip, nullptr);
+	EXPECT_EQ(tip->Parent(), background);
+	EXPECT_STREQ(tip->Text(), "Select <Shift><F1> for on-line help");
+
+	AnimateCursor* cursor = fWin->Cursor();
+	EXPECT_EQ(cursor->Frames(), 4);
+	for (int32 i = 0; i < 4; i++)
+		EXPECT_EQ(memcmp(cursor->Frame(i), QuickstepWin::kBusyCursors[i], 68), 0);
+	fWin->Unlock();
+
+	// The results window waits, hidden, for the first run.
+	ResultsWin* results = fWin->ResultsWindow();
+	ASSERT_NE(results, nullptr);
+	EXPECT_TRUE(results->IsHidden());
+	apptest::Screenshot("main-window");
+}
+
+TEST_F(QuickstepWinTest, TickingBoxesEnablesTestAndEstimatesPerCpu)
+{
+	SetCpus(1);
+	ASSERT_TRUE(Click("disklifecycle"));
+	EXPECT_TRUE(WaitForEstimate("0:11")) << Estimate();
+	EXPECT_TRUE(TestEnabled());
+
+	// Unticking the last box disables "Test" again.
+	ASSERT_TRUE(Click("disklifecycle"));
+	EXPECT_TRUE(WaitForEstimate("0:00")) << Estimate();
+	EXPECT_FALSE(TestEnabled());
+
+	SetCpus(4);
+	ASSERT_TRUE(Click("cpugraphics"));
+	EXPECT_TRUE(WaitForEstimate("5:20")) << Estimate();
+	EXPECT_TRUE(TestEnabled());
+
+	// Seconds below ten keep their leading zero.
+	ASSERT_TRUE(Click("cpugraphics"));
+	SetCpus(1);
+	ASSERT_TRUE(Click("disio"));
+	EXPECT_TRUE(WaitForEstimate("0:08")) << Estimate();
+}
+
+TEST_F(QuickstepWinTest, AllTicksEveryBoxFromItsShortcut)
+{
+	SetCpus(2);
+	ASSERT_TRUE(apptest::PressKeys(fWin, "ctrl+a"));
+	EXPECT_TRUE(WaitForEstimate("3:58")) << Estimate();
+	EXPECT_TRUE(TestEnabled());
+	EXPECT_EQ(fWin->CountSelected(), 10);
+
+	// Choosing it again on another machine size recomputes.
+	SetCpus(1);
+	Post(kMsgSelectAll);
+	EXPECT_TRUE(WaitForEstimate("1:59")) << Estimate();
+	apptest::Screenshot("main-window-all");
+}
+
+TEST_F(QuickstepWinTest, ScreenModeAlertAbortStartsNothingAndWarningComesOnce)
+{
+	SetScreen(1024, 768, B_RGB32);
+	ASSERT_TRUE(Click("cpugraphics"));
+	ASSERT_TRUE(WaitForEstimate("2:40"));
+
+	{
+		// Abort: no warning, no worker, no busy pointer.
+		AlertAnswerer answerer({0});
+		Post(kMsgStartTest);
+		ASSERT_TRUE(RunUntil([&] { return answerer.Answered() == 1; }));
+		apptest::RunFor(0.5);
+		std::vector<std::string> texts = answerer.Texts();
+		ASSERT_EQ(texts.size(), 1u);
+		EXPECT_EQ(texts[0], kScreenText);
+	}
+	EXPECT_EQ(TimeLabel(), "Estimated Test Time");
+	EXPECT_EQ(Estimate(), "2:40");
+	EXPECT_LT(find_thread("benchmark"), 0);
+	EXPECT_LT(find_thread("LoadCursor"), 0);
+	EXPECT_EQ(fWin->fCompleted, 0);
+
+	{
+		// Continue: the processor warning follows on this first real start.
+		AlertAnswerer answerer({1, 0});
+		Post(kMsgStartTest);
+		ASSERT_TRUE(WaitForRuns(1));
+		std::vector<std::string> texts = answerer.Texts();
+		ASSERT_EQ(texts.size(), 2u);
+		EXPECT_EQ(texts[0], kScreenText);
+		EXPECT_EQ(texts[1].rfind(kWarningStart, 0), 0u) << texts[1];
+	}
+
+	{
+		// A screen of the right mode asks nothing, and the warning is not
+		// shown again.
+		SetScreen(1024, 768, B_CMAP8);
+		AlertAnswerer answerer({0, 0});
+		Post(kMsgStartTest);
+		ASSERT_TRUE(WaitForRuns(2));
+		apptest::RunFor(0.3);
+		EXPECT_EQ(answerer.Answered(), 0);
+	}
+}
+
+TEST_F(QuickstepWinTest, RunFromTheWindowReportsStatusAndListsItsResults)
+{
+	ASSERT_TRUE(Click("cpusavage"));
+	ASSERT_TRUE(WaitForEstimate("0:04"));
+
+	AlertAnswerer answerer({0});
+	ASSERT_TRUE(apptest::PressKeys(fWin, "ctrl+t"));
+	ASSERT_TRUE(RunUntil([&] { return TimeLabel() == "Status"; }));
+	ASSERT_TRUE(RunUntil([&] { return Estimate().rfind("Testing", 0) == 0; }));
+	EXPECT_GT(find_thread("LoadCursor"), 0);
+	EXPECT_TRUE(TestEnabled());
+	apptest::Screenshot("run-in-progress");
+
+	ASSERT_TRUE(WaitForRuns(1));
+	EXPECT_EQ(answerer.Answered(), 1);
+	std::vector<std::string> expected = {"Testing Savage (cpu 2/2)", "Testing Savage (cpu 1/2)"};
+	EXPECT_EQ(fWin->fStatus, expected);
+
+	// Back to idle: label restored, time text empty, pointer no longer busy.
+	EXPECT_EQ(TimeLabel(), "Estimated Test Time");
+	EXPECT_EQ(Estimate(), "");
+	EXPECT_TRUE(RunUntil([&] { return find_thread("LoadCursor") < 0; }, 2));
+
+	ResultsWin* results = fWin->ResultsWindow();
+	ASSERT_TRUE(RunUntil([&] { return !results->IsHidden(); }));
+	results->Lock();
+	BListView* list = results->List();
+	ASSERT_EQ(list->CountItems(), 1);
+	ResultItem* row = dynamic_cast<ResultItem*>(list->ItemAt(0));
+	ASSERT_NE(row, nullptr);
+	EXPECT_STREQ(row->Name(), "Savage");
+	EXPECT_STRNE(row->UnitsText(), "");
+	EXPECT_EQ(row->QuantityValue(), 2);
+	EXPECT_GT(row->RateAt(0), 0);
+	EXPECT_GT(row->RateAt(1), 0);
+	results->Unlock();
+	apptest::Screenshot("results-window");
+
+	// "Cancel" puts the results away (they cover the main window).
+	results->PostMessage(kMsgResultsCancel);
+	EXPECT_TRUE(RunUntil([&] { return results->IsHidden(); }));
+
+	// The estimate comes back with the next change of a box.
+	EXPECT_EQ(Estimate(), "");
+	ASSERT_TRUE(Click("cpumemory"));
+	EXPECT_TRUE(WaitForEstimate("0:08")) << Estimate();
+}
+
+namespace {
+
+// Holds the first worker between its passes, where it touches no shared
+// state, until released; later calls pass.
+// Static, so that a worker still held when a test fails never outlives it.
+struct PassGate {
+	std::mutex mutex;
+	std::condition_variable changed;
+	bool held = false;
+	bool released = false;
+	int32 calls = 0;
+
+	void Release()
+	{
+		std::lock_guard<std::mutex> lock(mutex);
+		released = true;
+		changed.notify_all();
+	}
+};
+PassGate sGateStore;
+PassGate* sGate = &sGateStore;
+
+// Lets a held worker go at the end of the test, whatever happened.
+struct GateRelease {
+	~GateRelease() { sGate->Release(); }
+};
+
+status_t
+GateCpuState(int32, bool)
+{
+	std::unique_lock<std::mutex> lock(sGate->mutex);
+	if (sGate->calls++ == 0) {
+		sGate->held = true;
+		sGate->changed.notify_all();
+		sGate->changed.wait(lock, [] { return sGate->released; });
+	}
+	return B_OK;
+}
+
+} // namespace
+
+TEST_F(QuickstepWinTest, SecondTestDuringARunStartsAnotherWorker)
+{
+	PassGate& gate = *sGate;
+	GateRelease releaseAtEnd;
+	platform_set_cpu_state_hook(GateCpuState);
+	SetScreen(1024, 768, B_CMAP8);
+	// The graphics test is not installed in this program yet: its passes are
+	// empty and the run goes straight to switching processors.
+	ASSERT_TRUE(Click("cpugraphics"));
+	ASSERT_TRUE(WaitForEstimate("2:40"));
+
+	AlertAnswerer answerer({0});
+	Post(kMsgStartTest);
+	ASSERT_TRUE(RunUntil([&] {
+		std::lock_guard<std::mutex> lock(gate.mutex);
+		return gate.held;
+	}));
+	EXPECT_EQ(TimeLabel(), "Status");
+	EXPECT_TRUE(TestEnabled());
+
+	// Nothing refuses a second start while the first worker runs.
+	Post(kMsgStartTest);
+	EXPECT_TRUE(WaitForRuns(1, 30));
+	gate.Release();
+	EXPECT_TRUE(WaitForRuns(2, 30));
+	// The warning came once, for the first start; the busy pointer stops
+	// with the run.
+	EXPECT_EQ(answerer.Answered(), 1);
+	EXPECT_TRUE(RunUntil([&] { return find_thread("LoadCursor") < 0; }, 2));
+}

@@ -1,0 +1,77 @@
+#include "help/HelpManager.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <string>
+
+#include <AppFileInfo.h>
+#include <File.h>
+#include <Message.h>
+#include <Path.h>
+#include <Resources.h>
+
+#include "help/HelpFile.h"
+#include "platform/TempDirectory.h"
+
+TEST(HelpManagerTest, HelpNameIsTheTextAfterTheLastDot)
+{
+	HelpManager manager;
+	manager.SetSignature("application/x-vnd.Kestrelware.QStp");
+	EXPECT_STREQ(manager.HelpName(), "QStp");
+}
+
+TEST(HelpManagerTest, ContextKeyJoinsWindowAndViewsInOrder)
+{
+	BMessage request(kMsgHelpRequest);
+	request.AddString("window", "QuickstepWin");
+	request.AddString("view", "cpustring");
+	request.AddString("view", "cpubox");
+	request.AddString("view", "bgview");
+	EXPECT_STREQ(HelpManager::ContextKey(&request).String(),
+	             "QuickstepWin/cpustring/cpubox/bgview");
+
+	BMessage windowOnly(kMsgHelpRequest);
+	windowOnly.AddString("window", "ResultsWin");
+	EXPECT_STREQ(HelpManager::ContextKey(&windowOnly).String(), "ResultsWin");
+
+	// An unhandled help request says where help was asked for.
+	HelpManager manager;
+	testing::internal::CaptureStderr();
+	manager.MessageReceived(&request);
+	std::string printed = testing::internal::GetCapturedStderr();
+	EXPECT_NE(printed.find("QuickstepWin/cpustring/cpubox/bgview"), std::string::npos);
+}
+
+TEST(HelpManagerTest, AddHelpFileStoresItInTheExecutableOrSaysWhyNot)
+{
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	temp.UseAsDataHome();
+	HelpManager manager;
+
+	std::string missing = temp.Path("nothing.help");
+	testing::internal::CaptureStderr();
+	EXPECT_NE(manager.AddHelpFile(missing.c_str()), B_OK);
+	EXPECT_EQ(testing::internal::GetCapturedStderr(), missing + " does not exist\n");
+
+	std::string helpFile = temp.Path("QStp.help");
+	FILE* out = fopen(helpFile.c_str(), "w");
+	ASSERT_NE(out, nullptr);
+	fputs("<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>", out);
+	fclose(out);
+	testing::internal::CaptureStderr();
+	EXPECT_EQ(manager.AddHelpFile(helpFile.c_str()), B_OK);
+	EXPECT_EQ(testing::internal::GetCapturedStderr(), helpFile + " added to application\n");
+
+	BPath self;
+	ASSERT_EQ(get_app_path(&self), B_OK);
+	BFile executable(self.Path(), B_READ_ONLY);
+	BResources resources(&executable);
+	size_t length = 0;
+	const void* data =
+	    resources.LoadResource(HelpFile::kResourceType, HelpFile::kResourceId, &length);
+	ASSERT_NE(data, nullptr);
+	EXPECT_EQ(std::string(static_cast<const char*>(data), length),
+	          "<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>");
+	resources.RemoveResource(HelpFile::kResourceType, HelpFile::kResourceId);
+}
