@@ -126,7 +126,12 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 			widths[i] = std::max(widths[i], 75.0f);
 		widest = std::max(widest, widths[i]);
 	}
+	// The window takes its final height before the buttons are added: they
+	// follow the bottom edge, and a later resize would move them off it.
 	float buttonsTop = kMargin + textHeight + 12;
+	float height = buttonsTop + kButtonHeight + kMargin;
+	ResizeTo(kAlertWidth - 1, height - 1);
+
 	float right = kAlertWidth - 1 - kMargin;
 	for (int32 i = fButtonCount - 1; i >= 0; i--) {
 		float buttonWidth = width == B_WIDTH_FROM_WIDEST ? widest : widths[i];
@@ -143,8 +148,6 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 	if (fButtonCount > 0)
 		fButtons[fButtonCount - 1]->MakeDefault(true);
 
-	float height = buttonsTop + kButtonHeight + kMargin;
-	ResizeTo(kAlertWidth - 1, height - 1);
 	BScreen screen;
 	if (screen.IsValid()) {
 		BRect frame = screen.Frame();

@@ -9,6 +9,7 @@
 #include <Alert.h>
 #include <Button.h>
 #include <Messenger.h>
+#include <TextView.h>
 #include <OS.h>
 #include <Window.h>
 
@@ -195,4 +196,26 @@ TEST(AlertTest, OtherThreadsMayLockWindowsWhileAHandlerWaitsForAnAlert)
 	asking->Quit();
 	other->Lock();
 	other->Quit();
+}
+
+
+TEST(AlertTest, ButtonsStayInsideAnAlertWithLongText)
+{
+	REQUIRE_DISPLAY();
+	BAlert* alert = new BAlert(
+	    "LongAlert",
+	    "Processors will be switched off one by one while the tests run, and switched on "
+	    "again at the end. Programs that are running meanwhile slow down. Close them "
+	    "first, and do not use the machine until the run has ended. This warning is "
+	    "shown once each time the program runs.",
+	    "Cancel", "Continue", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+	ASSERT_TRUE(alert->Lock());
+	BRect bounds = alert->Bounds();
+	for (int32 i = 0; i < alert->CountButtons(); i++) {
+		BRect frame = alert->ButtonAt(i)->Frame();
+		EXPECT_GE(frame.top, bounds.top) << "button " << i;
+		EXPECT_LE(frame.bottom, bounds.bottom) << "button " << i;
+		EXPECT_GT(frame.top, alert->TextView()->Frame().bottom) << "button " << i;
+	}
+	alert->Quit();
 }
