@@ -90,6 +90,10 @@ RequestWakeUp()
 void
 BecomeUIThread()
 {
+	// A later application on the same thread (tests make several) already
+	// holds FLTK's lock from the first.
+	if (IsUIThread())
+		return;
 	sUIThread = std::this_thread::get_id();
 	sUIThreadId = static_cast<int32>(syscall(SYS_gettid));
 	sHasUIThread = true;
