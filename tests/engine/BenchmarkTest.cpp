@@ -1,14 +1,15 @@
 #include "engine/Benchmark.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
-#include <dirent.h>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -42,10 +43,9 @@ public:
 	void MessageReceived(BMessage* message) override
 	{
 		std::lock_guard<std::mutex> guard(fReceived->lock);
-		if (message->what == kMsgBenchmarkStatus) {
-			const char* text = nullptr;
-			if (message->FindString("status", &text) == B_OK)
-				fReceived->statuses.push_back(text);
+		const char* text = nullptr;
+		if (message->what == kMsgBenchmarkStatus && message->FindString("status", &text) == B_OK) {
+			fReceived->statuses.push_back(text);
 		} else if (message->what == kMsgThreadCompleted) {
 			message->FindInt32("status", &fReceived->status);
 			fReceived->completed = true;
@@ -59,17 +59,10 @@ private:
 	Received* fReceived;
 };
 
-struct CpuCall {
-	int32 cpu;
-	bool enabled;
-	bool operator==(const CpuCall& other) const
-	{
-		return cpu == other.cpu && enabled == other.enabled;
-	}
-};
-
+// The processors switched on and off, in order.
+typedef std::vector<std::pair<int32, bool>> CpuCalls;
 std::mutex sCallsLock;
-std::vector<CpuCall> sCalls;
+CpuCalls sCalls;
 
 status_t
 RecordCpuState(int32 cpu, bool enabled)
@@ -77,22 +70,6 @@ RecordCpuState(int32 cpu, bool enabled)
 	std::lock_guard<std::mutex> guard(sCallsLock);
 	sCalls.push_back({cpu, enabled});
 	return B_OK;
-}
-
-std::vector<std::string>
-DirectoryEntries(const std::string& path)
-{
-	std::vector<std::string> names;
-	DIR* directory = opendir(path.c_str());
-	if (directory == nullptr)
-		return names;
-	while (dirent* entry = readdir(directory)) {
-		std::string name = entry->d_name;
-		if (name != "." && name != "..")
-			names.push_back(name);
-	}
-	closedir(directory);
-	return names;
 }
 
 class BenchmarkTest : public testing::Test
@@ -103,10 +80,6 @@ protected:
 		BRect screen(0, 0, 1023, 767);
 		platform_set_screen(&screen, B_CMAP8);
 		platform_set_cpu_state_hook(&RecordCpuState);
-		{
-			std::lock_guard<std::mutex> guard(sCallsLock);
-			sCalls.clear();
-		}
 		char pattern[] = "/tmp/quickstep_benchmark_XXXXXX";
 		ASSERT_NE(mkdtemp(pattern), nullptr);
 		fTemp = pattern;
@@ -119,36 +92,32 @@ protected:
 		platform_set_cpu_state_hook(nullptr);
 		platform_set_system_info(nullptr);
 		platform_set_screen(nullptr, B_NO_COLOR_SPACE);
-		EXPECT_TRUE(DirectoryEntries(fTemp).empty()) << "files left behind in " << fTemp;
-		rmdir(fTemp.c_str());
+		EXPECT_EQ(rmdir(fTemp.c_str()), 0) << "files left behind in " << fTemp;
 	}
 
-	void SetCpuCount(int32 count)
+	// Runs the worker on its thread, as the main window does, on a machine of
+	// cpus processors; answers the processor switches it made.
+	CpuCalls RunWorker(Benchmark& benchmark, Received& received, int32 cpus = 1)
 	{
 		system_info info;
-		ASSERT_EQ(get_system_info(&info), B_OK);
-		info.cpu_count = count;
+		EXPECT_EQ(get_system_info(&info), B_OK);
+		info.cpu_count = cpus;
 		platform_set_system_info(&info);
-	}
+		{
+			std::lock_guard<std::mutex> guard(sCallsLock);
+			sCalls.clear();
+		}
 
-	// Runs the worker on its thread as the main window does and collects its
-	// messages until 'LThC'.
-	void RunWorker(Benchmark& benchmark, Received& received)
-	{
 		Collector* collector = new Collector(&received);
 		collector->Run();
 		benchmark.Go("benchmark", new BMessenger(collector), 20);
 		{
-			std::unique_lock<std::mutex> guard(received.lock);
-			EXPECT_TRUE(received.changed.wait_for(guard, std::chrono::seconds(120),
+			std::unique_lock<std::mutex> wait(received.lock);
+			EXPECT_TRUE(received.changed.wait_for(wait, std::chrono::seconds(120),
 			                                      [&] { return received.completed; }));
 		}
-		ASSERT_TRUE(collector->Lock());
+		EXPECT_TRUE(collector->Lock());
 		collector->Quit();
-	}
-
-	std::vector<CpuCall> Calls()
-	{
 		std::lock_guard<std::mutex> guard(sCallsLock);
 		return sCalls;
 	}
@@ -157,110 +126,71 @@ protected:
 };
 
 
-TEST(BenchmarkKernelTest, AckermanAnswersTheFunctionsValues)
+TEST(BenchmarkKernelTest, KernelsDoTheirFixedWork)
 {
 	EXPECT_EQ(Benchmark::Ackerman(0, 0), 1);
 	EXPECT_EQ(Benchmark::Ackerman(1, 0), 2);
 	EXPECT_EQ(Benchmark::Ackerman(2, 3), 9);
 	EXPECT_EQ(Benchmark::Ackerman(3, 3), 61);
-}
 
-
-TEST(BenchmarkKernelTest, OneSievePassClearsOnlyTheFlagsWhoseInnerLoopRuns)
-{
-	std::vector<uint8> flags(Benchmark::kSieveFlags, 7);
-	flags[4000] = 0;
-	Benchmark::SievePass(flags.data());
-	// 3i + 3 <= 8190 up to i = 2729: the flag of i itself is cleared, never a
-	// multiple, and every flag is set again before the pass.
-	for (int32 i = 0; i < Benchmark::kSieveFlags; i++)
-		ASSERT_EQ(flags[i], i <= 2729 ? 0 : 1) << "flag " << i;
-}
-
-
-TEST(BenchmarkKernelTest, SieveStopsAtTheFirstCheckAtFiveSecondsOrMore)
-{
-	EXPECT_TRUE(Benchmark::SieveGoesOn(0));
-	EXPECT_TRUE(Benchmark::SieveGoesOn(4999999));
-	EXPECT_FALSE(Benchmark::SieveGoesOn(5000000));
-	EXPECT_FALSE(Benchmark::SieveGoesOn(7000000));
-	EXPECT_TRUE(Benchmark::SieveGoesOn(-1));
-}
-
-
-TEST(BenchmarkKernelTest, SavageChainAddsOneEachIteration)
-{
 	EXPECT_DOUBLE_EQ(Benchmark::Savage(0), 1.0);
 	EXPECT_NEAR(Benchmark::Savage(1), 2.0, 1e-12);
 	EXPECT_NEAR(Benchmark::Savage(300000), 300001.0, 300001.0 * 1e-6);
-}
 
+	// The sieve stops at the first check at five seconds or more.
+	EXPECT_TRUE(Benchmark::SieveGoesOn(-1));
+	EXPECT_TRUE(Benchmark::SieveGoesOn(4999999));
+	EXPECT_FALSE(Benchmark::SieveGoesOn(5000000));
 
-int32
-ReturnAtOnce(void*)
-{
-	return 0;
+	// One sieve pass: 3i + 3 <= 8190 up to i = 2729; the flag of i itself is
+	// cleared, never a multiple, and every flag is set again before the pass.
+	std::vector<uint8> flags(Benchmark::kSieveFlags, 7);
+	flags[4000] = 0;
+	Benchmark::SievePass(flags.data());
+	for (int32 i = 0; i < Benchmark::kSieveFlags; i++)
+		ASSERT_EQ(flags[i], i <= 2729 ? 0 : 1) << "flag " << i;
 }
 
 
 int32
 SpinUntilCleared(void* data)
 {
-	std::atomic<bool>* spinning = static_cast<std::atomic<bool>*>(data);
-	while (spinning->load())
+	while (static_cast<std::atomic<bool>*>(data)->load())
 		;
 	return 0;
 }
 
 
-TEST(BenchmarkKernelTest, WhetstoneWaitPassesFinishedAndSuspendedThreads)
-{
-	thread_id threads[3];
-	for (thread_id& thread : threads) {
-		thread = spawn_thread(&ReturnAtOnce, "finisher", 100, nullptr);
-		resume_thread(thread);
-	}
-	// Never resumed: alive and off the processor, so it is passed too.
-	thread_id suspended = spawn_thread(&ReturnAtOnce, "sleeper", 100, nullptr);
-	thread_id all[4] = {threads[0], threads[1], threads[2], suspended};
-
-	std::atomic<bool> done(false);
-	std::thread waiter([&] {
-		Benchmark::WaitForThreads(all, 4);
-		done = true;
-	});
-	for (int i = 0; i < 500 && !done; i++)
-		std::this_thread::sleep_for(std::chrono::milliseconds(10));
-	EXPECT_TRUE(done.load());
-	if (!done) {
-		// Let the waiter go so the test ends.
-		resume_thread(suspended);
-	}
-	waiter.join();
-	status_t exitValue;
-	resume_thread(suspended);
-	for (thread_id thread : all)
-		wait_for_thread(thread, &exitValue);
-}
-
-
-TEST(BenchmarkKernelTest, WhetstoneWaitHoldsWhileAThreadRuns)
+// A thread is passed once seen alive and off the processor: finished, or
+// suspended and never resumed; the wait holds while one runs.
+TEST(BenchmarkKernelTest, WhetstoneWaitPassesThreadsOffTheProcessorOnly)
 {
 	std::atomic<bool> spinning(true);
-	thread_id spinner = spawn_thread(&SpinUntilCleared, "spinner", 100, &spinning);
-	resume_thread(spinner);
+	thread_id all[5];
+	for (int i = 0; i < 3; i++) {
+		all[i] = spawn_thread([](void*) -> int32 { return 0; }, "finisher", 100, nullptr);
+		resume_thread(all[i]);
+	}
+	all[3] = spawn_thread([](void*) -> int32 { return 0; }, "sleeper", 100, nullptr);
+	all[4] = spawn_thread(&SpinUntilCleared, "spinner", 100, &spinning);
+	resume_thread(all[4]);
 
 	std::atomic<bool> done(false);
 	std::thread waiter([&] {
-		Benchmark::WaitForThreads(&spinner, 1);
+		Benchmark::WaitForThreads(all, 5);
 		done = true;
 	});
 	std::this_thread::sleep_for(std::chrono::milliseconds(200));
 	EXPECT_FALSE(done.load());
 	spinning = false;
+	for (int i = 0; i < 500 && !done; i++)
+		std::this_thread::sleep_for(std::chrono::milliseconds(10));
+	EXPECT_TRUE(done.load());
+	resume_thread(all[3]);
 	waiter.join();
 	status_t exitValue;
-	wait_for_thread(spinner, &exitValue);
+	for (thread_id thread : all)
+		wait_for_thread(thread, &exitValue);
 }
 
 
@@ -270,13 +200,11 @@ TEST_F(BenchmarkTest, StringsMetricsCountCharactersOfTheText)
 	benchmark.RunStrings();
 	Results& results = benchmark.RunResults();
 	ASSERT_EQ(results.Size(), 2);
-	const int32 indices[2] = {100, 101};
 	const char* names[2] = {"Strings Copy", "Strings Compare"};
 	for (int32 i = 0; i < 2; i++) {
 		Metric* metric = results.Get(i);
-		ASSERT_NE(metric, nullptr);
 		EXPECT_STREQ(metric->Description(), names[i]);
-		EXPECT_EQ(metric->Index(), indices[i]);
+		EXPECT_EQ(metric->Index(), 100 + i);
 		EXPECT_EQ(metric->NbrCycles(), 135);
 		EXPECT_STREQ(metric->Units(), "MegaChars/sec");
 		EXPECT_EQ(metric->Count(), 1);
@@ -285,106 +213,69 @@ TEST_F(BenchmarkTest, StringsMetricsCountCharactersOfTheText)
 }
 
 
-TEST_F(BenchmarkTest, OneProcessorRunsOnePassWithoutSwitchingOrPause)
+// Each configuration from the most processors down to one is measured, at
+// most eight; every processor but the first is switched off highest first and
+// on again at the end.
+TEST_F(BenchmarkTest, EveryProcessorConfigurationIsMeasuredOnce)
 {
-	SetCpuCount(1);
-	Benchmark benchmark;
-	benchmark.SetTest(Benchmark::kAckerman, true);
-	Received received;
-	RunWorker(benchmark, received);
+	const struct {
+		int32 cpus;
+		int32 test;
+		const char* name;
+	} cases[] = {{1, Benchmark::kAckerman, "Ackerman"},
+	             {4, Benchmark::kAckerman, "Ackerman"},
+	             {10, Benchmark::kSavage, "Savage"},
+	             {2, -1, nullptr}};
+	for (const auto& testCase : cases) {
+		SCOPED_TRACE(testCase.cpus);
+		Benchmark benchmark;
+		if (testCase.name != nullptr)
+			benchmark.SetTest(testCase.test, true);
+		Received received;
+		const CpuCalls calls = RunWorker(benchmark, received, testCase.cpus);
 
-	EXPECT_EQ(received.statuses, std::vector<std::string>{"Testing Ackerman (cpu 1/1)"});
-	EXPECT_EQ(received.status, 0);
-	EXPECT_TRUE(Calls().empty());
+		const int32 measured = std::min(testCase.cpus, 8);
+		std::vector<std::string> statuses;
+		for (int32 cpu = measured; cpu >= 1 && testCase.name != nullptr; cpu--) {
+			statuses.push_back(std::string("Testing ") + testCase.name + " (cpu " +
+			                   std::to_string(cpu) + "/" + std::to_string(measured) + ")");
+		}
+		EXPECT_EQ(received.statuses, statuses);
+		EXPECT_EQ(received.status, 0);
+		CpuCalls expected;
+		for (int32 cpu = testCase.cpus - 1; cpu >= 1; cpu--)
+			expected.push_back({cpu, false});
+		for (int32 cpu = testCase.cpus - 1; cpu >= 1; cpu--)
+			expected.push_back({cpu, true});
+		EXPECT_EQ(calls, expected);
 
-	Results& results = benchmark.RunResults();
-	ASSERT_EQ(results.Size(), 1);
-	EXPECT_EQ(results.Get(0L)->Index(), 400);
-	EXPECT_EQ(results.Get(0L)->Count(), 1);
-	EXPECT_GE(results.Devices().Size(), 1) << "the screen line is always there";
-}
-
-
-TEST_F(BenchmarkTest, FourProcessorsRunFourPassesSwitchingTheHighestOff)
-{
-	SetCpuCount(4);
-	Benchmark benchmark;
-	benchmark.SetTest(Benchmark::kAckerman, true);
-	Received received;
-	RunWorker(benchmark, received);
-
-	const std::vector<std::string> statuses = {
-	    "Testing Ackerman (cpu 4/4)", "Testing Ackerman (cpu 3/4)", "Testing Ackerman (cpu 2/4)",
-	    "Testing Ackerman (cpu 1/4)"};
-	EXPECT_EQ(received.statuses, statuses);
-	const std::vector<CpuCall> calls = {{3, false}, {2, false}, {1, false},
-	                                    {3, true},  {2, true},  {1, true}};
-	EXPECT_EQ(Calls(), calls);
-
-	Results& results = benchmark.RunResults();
-	ASSERT_EQ(results.Size(), 1);
-	EXPECT_EQ(results.Get(0L)->Count(), 4);
-	EXPECT_GE(results.Devices().Size(), 1);
-}
-
-
-TEST_F(BenchmarkTest, NoTestSelectedStillStepsThroughTheProcessors)
-{
-	SetCpuCount(2);
-	Benchmark benchmark;
-	Received received;
-	RunWorker(benchmark, received);
-
-	EXPECT_TRUE(received.statuses.empty());
-	EXPECT_TRUE(received.completed);
-	const std::vector<CpuCall> calls = {{1, false}, {1, true}};
-	EXPECT_EQ(Calls(), calls);
-	EXPECT_EQ(benchmark.RunResults().Size(), 0);
-	EXPECT_GE(benchmark.RunResults().Devices().Size(), 1);
-}
-
-
-TEST_F(BenchmarkTest, MoreThanEightProcessorsMeasureEightConfigurations)
-{
-	SetCpuCount(10);
-	Benchmark benchmark;
-	Received received;
-	benchmark.SetTest(Benchmark::kSavage, true);
-	RunWorker(benchmark, received);
-
-	ASSERT_EQ(received.statuses.size(), 8u);
-	EXPECT_EQ(received.statuses.front(), "Testing Savage (cpu 8/8)");
-	EXPECT_EQ(received.statuses.back(), "Testing Savage (cpu 1/8)");
-	std::vector<CpuCall> calls = {{9, false}, {8, false}};
-	for (int32 cpu = 7; cpu >= 1; cpu--)
-		calls.push_back({cpu, false});
-	for (int32 cpu = 9; cpu >= 1; cpu--)
-		calls.push_back({cpu, true});
-	EXPECT_EQ(Calls(), calls);
-	ASSERT_EQ(benchmark.RunResults().Size(), 1);
-	EXPECT_EQ(benchmark.RunResults().Get(0L)->Count(), 8);
+		Results& results = benchmark.RunResults();
+		EXPECT_GE(results.Devices().Size(), 1) << "the screen line is always there";
+		ASSERT_EQ(results.Size(), testCase.name != nullptr ? 1 : 0);
+		if (testCase.name != nullptr) {
+			EXPECT_EQ(results.Get(0L)->Index(), testCase.test == Benchmark::kSavage ? 300 : 400);
+			EXPECT_EQ(results.Get(0L)->Count(), measured);
+		}
+	}
 }
 
 
 TEST_F(BenchmarkTest, LifeCycleRunsBeforeInputOutputAndLeavesNothing)
 {
-	SetCpuCount(1);
 	Benchmark benchmark;
 	benchmark.SetTest(Benchmark::kFileIO, true);
 	benchmark.SetTest(Benchmark::kFileLifeCycle, true);
 	Received received;
 	RunWorker(benchmark, received);
 
-	const std::vector<std::string> statuses = {"Testing Disk LifeCycle (cpu 1/1)",
-	                                           "Testing Disk Input/Output (cpu 1/1)"};
-	EXPECT_EQ(received.statuses, statuses);
+	EXPECT_EQ(received.statuses, (std::vector<std::string>{"Testing Disk LifeCycle (cpu 1/1)",
+	                                                       "Testing Disk Input/Output (cpu 1/1)"}));
 	Results& results = benchmark.RunResults();
 	ASSERT_EQ(results.Size(), 4);
 	const int32 indices[4] = {900, 901, 800, 801};
-	const char* units[4] = {"files/second", "files/second", "KB/sec", "KB/sec"};
 	for (int32 i = 0; i < 4; i++) {
 		EXPECT_EQ(results.Get(i)->Index(), indices[i]);
-		EXPECT_STREQ(results.Get(i)->Units(), units[i]);
+		EXPECT_STREQ(results.Get(i)->Units(), i < 2 ? "files/second" : "KB/sec");
 		EXPECT_EQ(results.Get(i)->NbrCycles(), i < 2 ? 1000 : 40000);
 	}
 }
@@ -395,19 +286,16 @@ TEST_F(BenchmarkTest, DiskTestsInAMissingDirectoryReportAndGoOn)
 	// A plain file where the directory should be: no one can create in it,
 	// not even root.
 	const std::string notADirectory = fTemp + "/plain";
-	FILE* plain = fopen(notADirectory.c_str(), "w");
-	ASSERT_NE(plain, nullptr);
-	fclose(plain);
-	const std::string missing = fTemp + "/missing";
+	fclose(fopen(notADirectory.c_str(), "w"));
 
-	for (const std::string& directory : {missing, notADirectory}) {
+	for (const std::string& directory : {fTemp + "/missing", notADirectory}) {
 		platform_set_directory(B_COMMON_TEMP_DIRECTORY, directory.c_str());
 		Benchmark benchmark;
 		testing::internal::CaptureStderr();
 		benchmark.RunFileIO();
-		const std::string errors = testing::internal::GetCapturedStderr();
 		const std::string path = directory + "/quickstep_io_test";
-		EXPECT_EQ(errors, "Error writing <" + path + ">\nError reading <" + path + ">\n");
+		EXPECT_EQ(testing::internal::GetCapturedStderr(),
+		          "Error writing <" + path + ">\nError reading <" + path + ">\n");
 		EXPECT_EQ(benchmark.RunResults().Size(), 0);
 
 		// The life-cycle metrics are made whatever happened to the files.
@@ -417,34 +305,28 @@ TEST_F(BenchmarkTest, DiskTestsInAMissingDirectoryReportAndGoOn)
 		EXPECT_EQ(benchmark.RunResults().Get(1L)->Index(), 901);
 	}
 	unlink(notADirectory.c_str());
-	platform_set_directory(B_COMMON_TEMP_DIRECTORY, fTemp.c_str());
 }
 
 
 TEST_F(BenchmarkTest, GraphicsRunsOnlyThroughTheInstalledTest)
 {
-	SetCpuCount(1);
-	Benchmark benchmark;
-	benchmark.SetTest(Benchmark::kGraphics, true);
-	Received received;
-	RunWorker(benchmark, received);
-	EXPECT_EQ(received.statuses, std::vector<std::string>{"Testing Graphics (cpu 1/1)"});
-	EXPECT_EQ(benchmark.RunResults().Size(), 0);
-
 	static std::atomic<int> calls;
 	calls = 0;
-	Benchmark::SetGraphicsTest([](Results& results) {
-		calls++;
-		results.NewTest("Graphics Lines Flushed", 10000)->Time(1.0f);
-	});
-	Benchmark withWindow;
-	withWindow.SetTest(Benchmark::kGraphics, true);
-	Received again;
-	RunWorker(withWindow, again);
+	for (bool installed : {false, true}) {
+		SCOPED_TRACE(installed);
+		Benchmark::SetGraphicsTest(installed ? [](Results& results) {
+			calls++;
+			results.NewTest("Graphics Lines Flushed", 10000)->Time(1.0f);
+		} : Benchmark::GraphicsTest(nullptr));
+		Benchmark benchmark;
+		benchmark.SetTest(Benchmark::kGraphics, true);
+		Received received;
+		RunWorker(benchmark, received);
+		EXPECT_EQ(received.statuses, std::vector<std::string>{"Testing Graphics (cpu 1/1)"});
+		EXPECT_EQ(calls.load(), installed ? 1 : 0);
+		ASSERT_EQ(benchmark.RunResults().Size(), installed ? 1 : 0);
+	}
 	Benchmark::SetGraphicsTest(nullptr);
-	EXPECT_EQ(calls.load(), 1);
-	ASSERT_EQ(withWindow.RunResults().Size(), 1);
-	EXPECT_STREQ(withWindow.RunResults().Get(0L)->Description(), "Graphics Lines Flushed");
 }
 
 } // namespace

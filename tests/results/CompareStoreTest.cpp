@@ -13,7 +13,6 @@
 #include "MachineFixture.h"
 #include "lib/LibNode.h"
 #include "platform/TempDirectory.h"
-#include "results/ResultList.h"
 
 namespace {
 
@@ -36,18 +35,17 @@ protected:
 		MachineFixture::TearDown();
 	}
 
-	Results* Add(ResultList& list, const char* record, bool isCurrent = false)
+	// The records the store reads back, one a line.
+	static std::string Stored(CompareStore& store)
 	{
-		Results* results = new Results(isCurrent);
-		results->Read(record);
-		list.Insert(results);
-		return results;
-	}
-
-	static std::string Record(Results* results)
-	{
-		char buffer[kRecordSize];
-		return results->Write(buffer);
+		ResultList back;
+		EXPECT_EQ(B_OK, store.Read(back));
+		std::string records;
+		for (int32 i = 0; i < back.Size(); i++) {
+			EXPECT_FALSE(back.Get(i)->IsCurrent());
+			records += Record(*back.Get(i)) + "\n";
+		}
+		return records;
 	}
 
 	TempDirectory fDirectory;
@@ -56,57 +54,38 @@ protected:
 } // namespace
 
 
-// The desktop program need not exist: its store lives in the per-user place
-// under its path. The current run is never stored.
-TEST_F(CompareStoreTest, RoundTripForAnExecutableThatDoesNotExist)
+// The desktop program need not exist, nor take attributes: its store then
+// lives in the per-user place under its path. The current run is never stored.
+TEST_F(CompareStoreTest, RoundTripInThePerUserStore)
 {
-	CompareStore store(fDirectory.Path("bin/quickstep").c_str());
-	ResultList empty;
-	EXPECT_EQ(B_OK, store.Read(empty));
-	EXPECT_EQ(0, empty.Size());
+	const std::string refusing = fDirectory.Path("quickstep");
+	std::ofstream(refusing) << "program";
+	const struct {
+		std::string path;
+		bool xattrDisabled;
+		status_t refusal;
+	} cases[] = {{fDirectory.Path("bin/quickstep"), false, B_ENTRY_NOT_FOUND},
+	             {refusing, true, B_NOT_SUPPORTED}};
+	for (const auto& testCase : cases) {
+		SCOPED_TRACE(testCase.path);
+		platform_set_xattr_disabled(testCase.xattrDisabled);
+		CompareStore store(testCase.path.c_str());
+		EXPECT_EQ("", Stored(store));
 
-	ResultList rows;
-	Add(rows, "Here (2-x86@300/66MHz) 64MB RAM\t500:1/1.0,1.0;", true);
-	Add(rows, kOne);
-	Add(rows, kTwo);
-	ASSERT_EQ(B_OK, store.Write(rows));
-	EXPECT_TRUE(store.LastWriteInFallback());
-	EXPECT_EQ(B_ENTRY_NOT_FOUND, store.LastRefusal());
+		ResultList rows;
+		Add(rows, "Here (2-x86@300/66MHz) 64MB RAM\t500:1/1.0,1.0;", true);
+		Add(rows, kOne);
+		Add(rows, kTwo);
+		ASSERT_EQ(B_OK, store.Write(rows));
+		EXPECT_TRUE(store.LastWriteInFallback());
+		EXPECT_EQ(testCase.refusal, store.LastRefusal());
+		EXPECT_EQ(std::string(kOne) + "\n" + kTwo + "\n", Stored(store));
 
-	ResultList back;
-	ASSERT_EQ(B_OK, store.Read(back));
-	ASSERT_EQ(2, back.Size());
-	EXPECT_EQ(kOne, Record(back.Get(0L)));
-	EXPECT_EQ(kTwo, Record(back.Get(1L)));
-	EXPECT_FALSE(back.Get(0L)->IsCurrent());
-
-	// Writing again replaces the store.
-	back.Remove(0, 0);
-	ASSERT_EQ(B_OK, store.Write(back));
-	ResultList again;
-	ASSERT_EQ(B_OK, store.Read(again));
-	ASSERT_EQ(1, again.Size());
-	EXPECT_STREQ("Two (2-x86@300/66MHz) 64MB RAM", again.First()->Description());
-}
-
-
-TEST_F(CompareStoreTest, RefusedAttributesGoToThePerUserStore)
-{
-	const std::string path = fDirectory.Path("quickstep");
-	std::ofstream(path) << "program";
-	platform_set_xattr_disabled(true);
-
-	CompareStore store(path.c_str());
-	ResultList rows;
-	Add(rows, kTwo);
-	ASSERT_EQ(B_OK, store.Write(rows));
-	EXPECT_TRUE(store.LastWriteInFallback());
-	EXPECT_EQ(B_NOT_SUPPORTED, store.LastRefusal());
-
-	ResultList back;
-	ASSERT_EQ(B_OK, store.Read(back));
-	ASSERT_EQ(1, back.Size());
-	EXPECT_EQ(kTwo, Record(back.First()));
+		// Writing again replaces the store.
+		rows.Remove(0, 1);
+		ASSERT_EQ(B_OK, store.Write(rows));
+		EXPECT_EQ(std::string(kTwo) + "\n", Stored(store));
+	}
 }
 
 
@@ -119,14 +98,13 @@ TEST_F(CompareStoreTest, StoredRecordsWithoutFieldsAreSkippedAndDamageIsReported
 	ASSERT_EQ(B_OK, LibNode::WriteMessageAttr(path.c_str(), kCompareStoreAttribute, &message));
 
 	CompareStore store(path.c_str());
-	ResultList back;
 	testing::internal::CaptureStderr();
-	ASSERT_EQ(B_OK, store.Read(back));
+	EXPECT_EQ(std::string(kOne) + "\n", Stored(store));
 	EXPECT_EQ("", testing::internal::GetCapturedStderr());
-	ASSERT_EQ(1, back.Size());
-	EXPECT_EQ(kOne, Record(back.First()));
 
 	// An attribute of the name that holds no message leaves the list alone.
+	ResultList back;
+	Add(back, kTwo);
 	BNode node(path.c_str());
 	node.WriteAttr(kCompareStoreAttribute, B_STRING_TYPE, 0, "text", 5);
 	EXPECT_NE(B_OK, store.Read(back));
@@ -149,34 +127,34 @@ TEST_F(CompareStoreTest, StoreThatCannotBeWrittenKeepsWhatItHeld)
 	Add(rows, kTwo);
 	EXPECT_NE(B_OK, store.Write(rows));
 	fDirectory.UseAsDataHome();
-
-	ResultList back;
-	ASSERT_EQ(B_OK, store.Read(back));
-	ASSERT_EQ(1, back.Size());
-	EXPECT_EQ(kOne, Record(back.First()));
+	EXPECT_EQ(std::string(kOne) + "\n", Stored(store));
 }
 
 
-// The first row's line appears right under the headings and again in the list.
-TEST_F(CompareStoreTest, TableExportRepeatsTheFirstRow)
+// The first row's line appears right under the headings and again in the
+// list. Columns follow the largest CPU count; a one-CPU machine's value stands
+// under the right-hand "1 cpu" column.
+TEST_F(CompareStoreTest, TableExportRepeatsTheFirstRowAndPadsFewerTimesOnTheLeft)
 {
 	ResultList rows;
 	const std::string path = fDirectory.Path(kCompareTableName);
 	EXPECT_EQ(B_BAD_VALUE, CompareStore::ExportTable(rows, path.c_str()));
 	EXPECT_NE(0, access(path.c_str(), F_OK));
 
-	Add(rows, kOne);
-	Add(rows, kTwo);
+	Results* two =
+	    Add(rows, "Two (2-x86@300/66MHz) 1MB RAM\t-1:screen\t500:100/1.0,2.0;0:0/4.0,8.0;");
+	two->Get(0L)->Units("IPS");
+	two->Get(1L)->Units("seconds");
+	Add(rows, "One (1-x86@300/66MHz) 1MB RAM\t500:100/0.5;0:0/3.0;");
 	ASSERT_EQ(B_OK, CompareStore::ExportTable(rows, path.c_str()));
-	std::ifstream file(path);
 	std::stringstream text;
-	text << file.rdbuf();
-	EXPECT_EQ("\tDhrystone\t\t\n"
-	          "\t()\t\t\n"
-	          "\t2 cpu\t1 cpu\t\n"
-	          "One (1-x86@300/66MHz) 32MB RAM\t\t200.0\t\n"
-	          "One (1-x86@300/66MHz) 32MB RAM\t\t200.0\t\n"
-	          "Two (2-x86@300/66MHz) 64MB RAM\t100.0\t50.0\t2.0\t4.0\t\n",
+	text << std::ifstream(path).rdbuf();
+	EXPECT_EQ("\tDhrystone\t\t\t\t\n"
+	          "\t(IPS)\t\t(seconds)\t\t\n"
+	          "\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n"
+	          "Two (2-x86@300/66MHz) 1MB RAM\t100.0\t50.0\t4.0\t8.0\t\n"
+	          "Two (2-x86@300/66MHz) 1MB RAM\t100.0\t50.0\t4.0\t8.0\t\n"
+	          "One (1-x86@300/66MHz) 1MB RAM\t\t200.0\t\t3.0\t\n",
 	          text.str());
 
 	EXPECT_NE(B_OK, CompareStore::ExportTable(rows, fDirectory.Path("no/dir/x").c_str()));

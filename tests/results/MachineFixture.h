@@ -3,6 +3,8 @@
 #ifndef MACHINE_FIXTURE_H
 #define MACHINE_FIXTURE_H
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -10,6 +12,8 @@
 #include <PlatformTest.h>
 #include <Rect.h>
 #include <gtest/gtest.h>
+
+#include "results/ResultList.h"
 
 class MachineFixture : public testing::Test
 {
@@ -44,9 +48,39 @@ protected:
 
 	static void UseBus(const char* name)
 	{
-		const std::string root = std::string(QS_FIXTURES_DIR) + "/" + name;
-		platform_set_root(root.c_str());
+		platform_set_root((std::string(QS_FIXTURES_DIR) + "/" + name).c_str());
 	}
 };
+
+inline Results*
+Add(ResultList& list, const char* record, bool isCurrent = false)
+{
+	Results* results = new Results(isCurrent);
+	results->Read(record);
+	list.Insert(results);
+	return results;
+}
+
+inline std::string
+Record(const Results& results)
+{
+	char buffer[kRecordSize];
+	return results.Write(buffer);
+}
+
+// What print wrote to a stream.
+template <typename Print>
+inline std::string
+Printed(Print print)
+{
+	char* text = nullptr;
+	size_t length = 0;
+	FILE* file = open_memstream(&text, &length);
+	print(file);
+	fclose(file);
+	std::string printed(text, length);
+	free(text);
+	return printed;
+}
 
 #endif // MACHINE_FIXTURE_H

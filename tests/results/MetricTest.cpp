@@ -1,9 +1,10 @@
 #include "results/Metric.h"
 
-#include <cstring>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "MachineFixture.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ MetricWith(long cycles, std::initializer_list<float> times)
 } // namespace
 
 
-TEST(MetricTest, RateOfZeroTimeAndOfZeroCycles)
+TEST(MetricTest, RateOfZeroTimeAndOfZeroCyclesAndTimesBeyondEightSlots)
 {
 	Metric work = MetricWith(1000, {2.0f, 0.0f, 4.0f});
 	EXPECT_DOUBLE_EQ(500.0, work.Rate(0));
@@ -33,28 +34,17 @@ TEST(MetricTest, RateOfZeroTimeAndOfZeroCycles)
 	EXPECT_DOUBLE_EQ(0.0, work.Rate(-1));
 
 	// Measured in seconds: the time itself is the value.
-	Metric seconds = MetricWith(0, {1.5f, 0.0f});
+	Metric seconds = MetricWith(0, {1.5f, 0.0f, 3, 4, 5, 6, 7, 8, 9, 10});
 	EXPECT_DOUBLE_EQ(1.5, seconds.Rate(0));
 	EXPECT_DOUBLE_EQ(0.0, seconds.Rate(1));
-}
-
-
-TEST(MetricTest, MaxRateTakesTheFirstOfEqualRatesAndLeavesWhichWithoutRates)
-{
-	Metric metric = MetricWith(100, {4.0f, 1.0f, 1.0f, 2.0f});
-	int which = -7;
-	EXPECT_FLOAT_EQ(100.0f, metric.MaxRate(which));
-	EXPECT_EQ(1, which);
-
-	Metric zero = MetricWith(100, {0.0f, 0.0f});
-	which = -7;
-	EXPECT_FLOAT_EQ(0.0f, zero.MaxRate(which));
-	EXPECT_EQ(-7, which);
+	EXPECT_EQ(8, seconds.Count());
+	EXPECT_FLOAT_EQ(8.0f, seconds.TimeAt(7));
+	EXPECT_FLOAT_EQ(0.0f, seconds.TimeAt(8));
 }
 
 
 // The bars are drawn longest first, each shorter one once; equal and zero rates
-// are never taken again.
+// are never taken again. The first of equal rates is the longest.
 TEST(MetricTest, NextSmallestRateStepsDownSkippingEqualAndZeroRates)
 {
 	Metric metric = MetricWith(100, {1.0f, 4.0f, 0.0f, 1.0f, 2.0f});
@@ -77,21 +67,16 @@ TEST(MetricTest, NextSmallestRateStepsDownSkippingEqualAndZeroRates)
 	metric.SetDrawn(false);
 	rate = 60.0f;
 	EXPECT_EQ(4, metric.NextSmallestRate(rate));
+
+	// Without rates, which is left alone.
+	Metric zero = MetricWith(100, {0.0f, 0.0f});
+	which = -7;
+	EXPECT_FLOAT_EQ(0.0f, zero.MaxRate(which));
+	EXPECT_EQ(-7, which);
 }
 
 
-TEST(MetricTest, TimesBeyondEightSlotsAreDropped)
-{
-	Metric metric;
-	for (int i = 1; i <= 10; i++)
-		metric.Time(static_cast<float>(i));
-	EXPECT_EQ(8, metric.Count());
-	EXPECT_FLOAT_EQ(8.0f, metric.TimeAt(7));
-	EXPECT_FLOAT_EQ(0.0f, metric.TimeAt(8));
-}
-
-
-TEST(MetricTest, AssignmentCopiesEverythingButTheDrawnMarks)
+TEST(MetricTest, AssignmentCopiesEverythingButTheDrawnMarksAndEqualityComparesNames)
 {
 	Metric source = MetricWith(1000, {1.25f, 2.5f});
 	source.Index(500);
@@ -101,37 +86,25 @@ TEST(MetricTest, AssignmentCopiesEverythingButTheDrawnMarks)
 	Metric copy;
 	copy.SetDrawn(0, true);
 	copy = source;
-	EXPECT_EQ(500, copy.Index());
-	EXPECT_EQ(2, copy.Count());
-	EXPECT_EQ(1000, copy.NbrCycles());
-	EXPECT_FLOAT_EQ(2.5f, copy.TimeAt(1));
+	char record[64] = "";
+	EXPECT_STREQ("500:1000/1.250000,2.500000;", copy.Write(record));
 	EXPECT_STREQ("Dhrystone", copy.Description());
-	EXPECT_STREQ("IPS", copy.Units());
 	EXPECT_TRUE(copy.Drawn(0));
 	EXPECT_FALSE(copy.Drawn(1));
-
 	// The copy owns its own text.
 	source.Units("changed");
 	EXPECT_STREQ("IPS", copy.Units());
-
 	Metric& alias = copy;
 	copy = alias;
 	EXPECT_STREQ("Dhrystone", copy.Description());
 	EXPECT_EQ(2, copy.Count());
-}
 
-
-TEST(MetricTest, EqualityComparesNamesOnly)
-{
-	Metric a = MetricWith(1, {1.0f});
-	Metric b = MetricWith(5, {});
-	b.Index(42);
-	EXPECT_TRUE(a == b);
-	b.Description("Whetstone");
-	EXPECT_FALSE(a == b);
-	EXPECT_TRUE(b.HasSubs() == false);
-	b.Description("Ten Threaded Whetstones");
-	EXPECT_TRUE(b.HasSubs());
+	EXPECT_TRUE(MetricWith(5, {}) == copy);
+	copy.Description("Whetstone");
+	EXPECT_FALSE(source == copy);
+	EXPECT_FALSE(copy.HasSubs());
+	copy.Description("Ten Threaded Whetstones");
+	EXPECT_TRUE(copy.HasSubs());
 }
 
 
@@ -142,15 +115,12 @@ TEST(MetricTest, WriteAppendsTheRecordTextAndTheBoundedFormRefusesWhatDoesNotFit
 	char buffer[64] = "head;";
 	EXPECT_STREQ("head;500:1000000/1.250000,1.240000;", metric.Write(buffer));
 
+	// "550:1/;" is 7 characters: 8 bytes needed with the NUL.
 	Metric empty;
 	empty.Index(550);
-	char small[40] = "";
-	EXPECT_EQ(B_OK, empty.Write(small, sizeof(small)));
-	EXPECT_STREQ("550:1/;", small);
-
-	// "550:1/;" is 7 characters: 8 bytes needed with the NUL.
 	char exact[8] = "";
 	EXPECT_EQ(B_OK, empty.Write(exact, sizeof(exact)));
+	EXPECT_STREQ("550:1/;", exact);
 	char tight[7] = "";
 	EXPECT_EQ(B_BUFFER_OVERFLOW, empty.Write(tight, sizeof(tight)));
 	EXPECT_STREQ("", tight);
@@ -160,11 +130,5 @@ TEST(MetricTest, WriteAppendsTheRecordTextAndTheBoundedFormRefusesWhatDoesNotFit
 TEST(MetricTest, SavePadsFewTimesOnTheLeft)
 {
 	Metric metric = MetricWith(100, {4.0f});
-	char* text = nullptr;
-	size_t length = 0;
-	FILE* file = open_memstream(&text, &length);
-	metric.Save(file, 3);
-	fclose(file);
-	EXPECT_EQ("\t\t25.0\t", std::string(text));
-	free(text);
+	EXPECT_EQ("\t\t25.0\t", Printed([&](FILE* file) { metric.Save(file, 3); }));
 }

@@ -1,6 +1,5 @@
 #include "results/Results.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -23,31 +22,15 @@ rand(void) noexcept
 
 namespace {
 
-class ResultsTest : public MachineFixture
+typedef MachineFixture ResultsTest;
+
+std::string
+ReadCapturingStderr(Results& results, const char* record)
 {
-protected:
-	static std::string Record(const Results& results)
-	{
-		char buffer[kRecordSize];
-		results.Write(buffer);
-		return buffer;
-	}
-
-	static std::string ReadCapturingStderr(Results& results, const char* record)
-	{
-		testing::internal::CaptureStderr();
-		results.Read(record);
-		return testing::internal::GetCapturedStderr();
-	}
-
-	static std::vector<float> Times(const Metric* metric)
-	{
-		std::vector<float> times;
-		for (int i = 0; i < metric->Count(); i++)
-			times.push_back(metric->TimeAt(i));
-		return times;
-	}
-};
+	testing::internal::CaptureStderr();
+	results.Read(record);
+	return testing::internal::GetCapturedStderr();
+}
 
 const char* kTwoCpuRecord = "Generic (2-x86@300/66MHz) 128MB RAM\t-1:8 bits/pixel, 1024x768 "
                             "resolution\t1:Acme, IDE controller\t"
@@ -82,14 +65,12 @@ TEST_F(ResultsTest, NewTestReturnsTheExistingMetricWithItsCycles)
 	Results results;
 	Metric* first = results.NewTest("Dhrystone", 1000);
 	first->Time(1.0f);
-	Metric* second = results.NewTest("Whetstone", 10);
-	EXPECT_NE(first, second);
+	EXPECT_NE(first, results.NewTest("Whetstone", 10));
 	EXPECT_EQ(nullptr, results.CurrentMetric());
 
-	Metric* again = results.NewTest("Dhrystone", 5);
-	EXPECT_EQ(first, again);
-	EXPECT_EQ(1000, again->NbrCycles());
-	EXPECT_EQ(1, again->Count());
+	EXPECT_EQ(first, results.NewTest("Dhrystone", 5));
+	EXPECT_EQ(1000, first->NbrCycles());
+	EXPECT_EQ(1, first->Count());
 	EXPECT_EQ(2, results.Size());
 	// The search leaves the cursor on the metric it found.
 	EXPECT_EQ(first, results.CurrentMetric());
@@ -98,7 +79,6 @@ TEST_F(ResultsTest, NewTestReturnsTheExistingMetricWithItsCycles)
 
 TEST_F(ResultsTest, RecordRoundTripKeepsDevicesMetricsAndTimes)
 {
-	UseMachine(2);
 	UseBus("pci-catalog-mixed");
 	Results run(true);
 	run.FillTheseDevices();
@@ -106,140 +86,108 @@ TEST_F(ResultsTest, RecordRoundTripKeepsDevicesMetricsAndTimes)
 	EXPECT_EQ(kScreenClassId, run.Devices().First()->ClassId());
 	EXPECT_STREQ("8 bit color, 1024x768 resolution", run.Devices().First()->Description());
 
-	while (run.CycleCpu()) {
+	for (float time = 1.25f; run.CycleCpu(); time += 0.25f) {
 		Metric* dhrystone = run.NewTest("Dhrystone", 1000000);
 		dhrystone->Index(500);
 		dhrystone->Units("IPS");
-		dhrystone->Time(run.NbrCpus() == 2 && dhrystone->Count() == 0 ? 1.25f : 1.5f);
+		dhrystone->Time(time);
 		Metric* creation = run.NewTest("Disk File Creation", 0);
 		creation->Index(900);
 		creation->Time(0.125f);
 	}
 	const std::string record = Record(run);
 	EXPECT_EQ(std::string::npos, record.find('\n'));
+	EXPECT_NE(std::string::npos,
+	          record.find("\t500:1000000/1.250000,1.500000;900:0/0.125000,0.125000;"));
 
 	Results back;
-	testing::internal::CaptureStderr();
-	back.Read(record.c_str());
-	EXPECT_EQ("", testing::internal::GetCapturedStderr());
-	EXPECT_STREQ(run.Description(), back.Description());
+	EXPECT_EQ("", ReadCapturingStderr(back, record.c_str()));
+	EXPECT_EQ(record, Record(back));
 	EXPECT_EQ(2, back.NbrCpus());
 	EXPECT_EQ(3, back.CpuCountdown());
-	ASSERT_EQ(run.Devices().Size(), back.Devices().Size());
-	for (int i = 0; i < run.Devices().Size(); i++) {
-		EXPECT_EQ(run.Devices().Get(i)->ClassId(), back.Devices().Get(i)->ClassId());
-		EXPECT_STREQ(run.Devices().Get(i)->Description(), back.Devices().Get(i)->Description());
-	}
 	ASSERT_EQ(2, back.Size());
-	Metric* dhrystone = back.Get(0L);
-	EXPECT_STREQ("Dhrystone", dhrystone->Description());
-	EXPECT_EQ(1000000, dhrystone->NbrCycles());
-	EXPECT_EQ((std::vector<float>{1.25f, 1.5f}), Times(dhrystone));
-	EXPECT_STREQ("", dhrystone->Units());
-	Metric* creation = back.Get(1L);
-	EXPECT_STREQ("Disk File Creation", creation->Description());
-	EXPECT_EQ(0, creation->NbrCycles());
-	EXPECT_EQ((std::vector<float>{0.125f, 0.125f}), Times(creation));
-	EXPECT_EQ(record, Record(back));
+	// Units are not part of the record; names come from the index.
+	EXPECT_STREQ("", back.Get(0L)->Units());
+	EXPECT_STREQ("Disk File Creation", back.Get(1L)->Description());
 }
 
 
-TEST_F(ResultsTest, ReaderTakesTheFieldsOfTheRecordForm)
+TEST_F(ResultsTest, ReaderTakesTheFieldsOfTheRecordFormAndTimeSumsAConfiguration)
 {
 	Results back;
 	back.Read(kTwoCpuRecord);
-	EXPECT_STREQ("Generic (2-x86@300/66MHz) 128MB RAM", back.Description());
-	ASSERT_EQ(2, back.Devices().Size());
-	EXPECT_EQ(-1, back.Devices().Get(0L)->ClassId());
-	EXPECT_STREQ("Acme, IDE controller", back.Devices().Get(1L)->Description());
-	ASSERT_EQ(2, back.Size());
-	EXPECT_EQ((std::vector<float>{2.25f, 2.23f}), Times(back.Get(1L)));
-	EXPECT_STREQ("Fourier", back.Get(1L)->Description());
 	EXPECT_EQ(kTwoCpuRecord, Record(back));
+	EXPECT_STREQ("Generic (2-x86@300/66MHz) 128MB RAM", back.Description());
+	EXPECT_EQ(-1, back.Devices().Get(0L)->ClassId());
+	EXPECT_STREQ("Fourier", back.Get(1L)->Description());
+
+	back.First();
+	EXPECT_FLOAT_EQ(3.5f, back.Time(0));
+	EXPECT_FLOAT_EQ(3.47f, back.Time(1));
+	EXPECT_FLOAT_EQ(0.0f, back.Time(2));
+	// Summing does not move the current metric.
+	EXPECT_EQ(back.Get(0L), back.CurrentMetric());
+
+	// Without a tab nothing is read.
+	Results bare;
+	const std::string before = Record(bare);
+	bare.Read("Generic (2-x86) 500:1/1.0,1.0;");
+	EXPECT_EQ(before, Record(bare));
 }
 
 
+// Each bad field is named on standard error and the rest is kept: 77 has no
+// name, cycles 1 and its one good time; each bad time still counts as one of
+// the reads; "zz" is dropped.
 TEST_F(ResultsTest, ReaderNamesBadFieldsOnStandardErrorAndKeepsTheRest)
 {
 	Results back;
-	const std::string messages = ReadCapturingStderr(
-	    back, "Box (2-x86@300/66MHz) 64MB RAM\tnocolon\t3:VGA\t77:x/3.0,bad;600:5/;;zz:1/2.0;");
 	EXPECT_EQ("Unable to get class id for <nocolon>\n"
 	          "Error extracting number of iterations\n"
 	          "Error extracting time for metric <> (77)\n"
 	          "Error extracting time for metric <Whetstone> (600)\n"
 	          "Error extracting time for metric <Whetstone> (600)\n"
 	          "Error extracting metric type for <zz>. <Box (2-x86@300/66MHz) 64MB RAM>\n",
-	          messages);
-
+	          ReadCapturingStderr(back, "Box (2-x86@300/66MHz) 64MB RAM\tnocolon\t3:VGA\t"
+	                                    "77:x/3.0,bad;600:5/;;zz:1/2.0;"));
+	const std::string record = Record(back);
+	EXPECT_EQ("\t3:VGA\t77:1/3.000000;600:5/;", record.substr(record.find("\t3:")));
 	ASSERT_EQ(2, back.Devices().Size());
 	EXPECT_STREQ("nocolon", back.Devices().Get(0L)->Description());
-	EXPECT_EQ(3, back.Devices().Get(1L)->ClassId());
-	EXPECT_STREQ("VGA", back.Devices().Get(1L)->Description());
-
-	// 77 has no name, cycles 1 and its one good time; each bad time still
-	// counts as one of the two reads; "zz" is dropped.
-	ASSERT_EQ(2, back.Size());
-	Metric* unknown = back.Get(0L);
-	EXPECT_EQ(77, unknown->Index());
-	EXPECT_STREQ("", unknown->Description());
-	EXPECT_EQ(1, unknown->NbrCycles());
-	EXPECT_EQ((std::vector<float>{3.0f}), Times(unknown));
-	Metric* whetstone = back.Get(1L);
-	EXPECT_EQ(5, whetstone->NbrCycles());
-	EXPECT_EQ(0, whetstone->Count());
+	EXPECT_STREQ("", back.Get(0L)->Description());
 }
 
 
-// The CPU count is the one character after the first "(": ten or more CPUs,
-// or a letter there, read a wrong count; that reading is kept.
+// A metric short of times takes the next fields as its times. The CPU count is
+// the one character after the first "(": ten or more CPUs, or a letter there,
+// read a wrong count; that reading is kept, and the times left over (or, with
+// no count, all of them) lead into the next index field.
 TEST_F(ResultsTest, ReaderTakesOneCharacterAsTheCpuCount)
 {
-	Results twelve;
-	const std::string messages = ReadCapturingStderr(
-	    twelve, "Big (12-x86@300/66MHz) 1MB RAM\t500:10/1.0,2.0,3.0;550:1/4.0;");
-	// The rest of the first metric's times lead into the next index field,
-	// which is then not a number.
-	EXPECT_EQ("Error extracting metric type for <2.0,3.0;550>. <Big (12-x86@300/66MHz) 1MB "
-	          "RAM>\n",
-	          messages);
-	EXPECT_EQ(1, twelve.NbrCpus());
-	EXPECT_EQ(2, twelve.CpuCountdown());
-	ASSERT_EQ(1, twelve.Size());
-	EXPECT_EQ((std::vector<float>{1.0f}), Times(twelve.Get(0L)));
-
-	// No count: no times are read, so the first metric's times become part of
-	// the next index field.
-	Results letter;
-	EXPECT_EQ("Error extracting metric type for <1.0,2.0;550>. <Odd (x-y) 1MB RAM>\n",
-	          ReadCapturingStderr(letter, "Odd (x-y) 1MB RAM\t500:10/1.0,2.0;550:1/;"));
-	EXPECT_EQ(0, letter.NbrCpus());
-	EXPECT_EQ(1, letter.CpuCountdown());
-	ASSERT_EQ(1, letter.Size());
-	EXPECT_EQ(0, letter.Get(0L)->Count());
-	EXPECT_EQ(10, letter.Get(0L)->NbrCycles());
-}
-
-
-TEST_F(ResultsTest, MetricWithMissingTimesTakesTheNextFieldsAsTimes)
-{
-	Results back;
-	const std::string messages =
-	    ReadCapturingStderr(back, "Pair (2-x86@300/66MHz) 1MB RAM\t500:10/1.0;550:1/2.0,3.0;");
-	EXPECT_EQ("Error extracting time for metric <Dhrystone> (500)\n", messages);
-	ASSERT_EQ(1, back.Size());
-	EXPECT_EQ((std::vector<float>{1.0f}), Times(back.Get(0L)));
-}
-
-
-TEST_F(ResultsTest, RecordWithoutTabReadsNothing)
-{
-	Results back;
-	const std::string before = back.Description();
-	back.Read("Generic (2-x86) 500:1/1.0,1.0;");
-	EXPECT_EQ(before, back.Description());
-	EXPECT_EQ(0, back.Size());
-	EXPECT_EQ(0, back.Devices().Size());
+	const struct {
+		const char* record;
+		const char* errors;
+		const char* back;
+		int32 cpus;
+	} cases[] = {
+	    {"Pair (2-x86@300/66MHz) 1MB RAM\t500:10/1.0;550:1/2.0,3.0;",
+	     "Error extracting time for metric <Dhrystone> (500)\n",
+	     "Pair (2-x86@300/66MHz) 1MB RAM\t500:10/1.000000;", 2},
+	    {"Big (12-x86@300/66MHz) 1MB RAM\t500:10/1.0,2.0,3.0;550:1/4.0;",
+	     "Error extracting metric type for <2.0,3.0;550>. <Big (12-x86@300/66MHz) 1MB RAM>\n",
+	     "Big (12-x86@300/66MHz) 1MB RAM\t500:10/1.000000;", 1},
+	    {"Odd (x-y) 1MB RAM\t500:10/1.0,2.0;550:1/;",
+	     "Error extracting metric type for <1.0,2.0;550>. <Odd (x-y) 1MB RAM>\n",
+	     "Odd (x-y) 1MB RAM\t500:10/;", 0},
+	};
+	for (const auto& testCase : cases) {
+		SCOPED_TRACE(testCase.record);
+		Results back;
+		EXPECT_EQ(testCase.errors, ReadCapturingStderr(back, testCase.record));
+		EXPECT_EQ(testCase.back, Record(back));
+		EXPECT_EQ(testCase.cpus, back.NbrCpus());
+		EXPECT_EQ(testCase.cpus + 1, back.CpuCountdown());
+	}
 }
 
 
@@ -247,18 +195,16 @@ TEST_F(ResultsTest, BoundedWriteLeavesOutWholeFieldsThatDoNotFit)
 {
 	Results back;
 	back.Read(kTwoCpuRecord);
-	const std::string full = Record(back);
+	const std::string full = kTwoCpuRecord;
 
 	// Room for everything but the last metric.
 	const size_t withoutLast = full.size() - strlen("550:1/2.250000,2.230000;") + 1;
-	std::vector<char> buffer(withoutLast + 5, 'x');
+	std::vector<char> buffer(full.size() + 1, 'x');
 	EXPECT_EQ(B_BUFFER_OVERFLOW, back.Write(buffer.data(), withoutLast + 5));
 	EXPECT_EQ(full.substr(0, withoutLast - 1), std::string(buffer.data()));
 	EXPECT_EQ(B_BUFFER_OVERFLOW, back.Write(buffer.data(), 0));
-
-	std::vector<char> exact(full.size() + 1);
-	EXPECT_EQ(B_OK, back.Write(exact.data(), exact.size()));
-	EXPECT_EQ(full, std::string(exact.data()));
+	EXPECT_EQ(B_OK, back.Write(buffer.data(), full.size() + 1));
+	EXPECT_EQ(full, std::string(buffer.data()));
 
 	char tiny[8];
 	EXPECT_EQ(B_BUFFER_OVERFLOW, back.Write(tiny, sizeof(tiny)));
@@ -281,20 +227,18 @@ TEST_F(ResultsTest, AssignmentMakesDeepCopiesAndLeavesOverheadIconAndCurrentFlag
 	EXPECT_EQ(0, copy.Overhead());
 	EXPECT_TRUE(copy.Expanded());
 	EXPECT_EQ(19, copy.IconRect().top);
-	EXPECT_EQ(source.NbrCpus(), copy.NbrCpus());
-	EXPECT_EQ(Record(source), Record(copy));
+	EXPECT_EQ(2, copy.NbrCpus());
+	EXPECT_EQ(kTwoCpuRecord, Record(copy));
 	// The copy's icon is its own closed picture.
 	EXPECT_EQ(0, memcmp(copy.Icon()->Bits(), Processor, kProcessorIconSize));
 
 	source.Get(0L)->Time(9.0f);
 	source.Devices().Get(1L)->Description(1, "changed");
-	EXPECT_EQ(2, copy.Get(0L)->Count());
-	EXPECT_STREQ("Acme, IDE controller", copy.Devices().Get(1L)->Description());
+	EXPECT_EQ(kTwoCpuRecord, Record(copy));
 
 	Results& alias = copy;
 	copy = alias;
-	EXPECT_EQ(2, copy.Size());
-	EXPECT_EQ(2, copy.Devices().Size());
+	EXPECT_EQ(kTwoCpuRecord, Record(copy));
 }
 
 
@@ -315,7 +259,7 @@ TEST_F(ResultsTest, ContainsTogglesTheIconOnlyInsideItsRectangle)
 }
 
 
-TEST_F(ResultsTest, CalibrateCallsRandAsOftenAsEachPassAsks)
+TEST_F(ResultsTest, CalibrateCallsRandAsOftenAsEachPassAsksAndNoPassesClearTheOverhead)
 {
 	Results results;
 	for (int calls = 0; calls <= 7; calls++) {
@@ -324,33 +268,14 @@ TEST_F(ResultsTest, CalibrateCallsRandAsOftenAsEachPassAsks)
 		EXPECT_EQ(calls >= 1 && calls <= 6 ? 1000L * calls : 0L, sRandCalls) << calls;
 		EXPECT_GE(results.Overhead(), 0);
 	}
-}
 
-
-TEST_F(ResultsTest, CalibrateWithNoPassesClearsTheOverhead)
-{
-	Results results;
 	// Enough passes to take measurable time.
 	while (results.Overhead() < 2000)
 		results.Calibrate(2000000, 6);
 	results.StartTimer();
 	EXPECT_LT(results.EndTimer(), 0.0f);
-
 	results.Calibrate(0, 6);
 	EXPECT_EQ(0, results.Overhead());
 	results.StartTimer();
 	EXPECT_GE(results.EndTimer(), 0.0f);
-}
-
-
-TEST_F(ResultsTest, TimeSumsOneConfigurationOverAllMetrics)
-{
-	Results back;
-	back.Read(kTwoCpuRecord);
-	back.First();
-	EXPECT_FLOAT_EQ(3.5f, back.Time(0));
-	EXPECT_FLOAT_EQ(3.47f, back.Time(1));
-	EXPECT_FLOAT_EQ(0.0f, back.Time(2));
-	// Summing does not move the current metric.
-	EXPECT_EQ(back.Get(0L), back.CurrentMetric());
 }
