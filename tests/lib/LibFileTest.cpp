@@ -90,10 +90,7 @@ protected:
 	}
 
 	TempDirectory fTemp;
-	std::string fBin;
-	std::string fLog;
-	std::string fOldCwd;
-	std::string fOldPath;
+	std::string fBin, fLog, fOldCwd, fOldPath;
 	bool fHadPath = false;
 };
 

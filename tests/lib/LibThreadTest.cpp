@@ -33,11 +33,8 @@ class Receiver : public BLooper
 public:
 	void MessageReceived(BMessage* message) override
 	{
-		if (message->what != kMsgThreadCompleted) {
-			BLooper::MessageReceived(message);
-			return;
-		}
 		std::lock_guard<std::mutex> lock(fLock);
+		fWhat = message->what;
 		const char* name = "(none)";
 		message->FindString("name", &name);
 		message->FindInt32("status", &fStatus);
@@ -47,6 +44,7 @@ public:
 
 	std::mutex fLock;
 	std::string fName;
+	uint32 fWhat = 0;
 	int32 fStatus = -1;
 	std::atomic<int> fCount{0};
 };
@@ -98,6 +96,7 @@ TEST(LibThreadTest, CompletionMessageCarriesNameAndActionResult)
 		ASSERT_TRUE(WaitUntil([&] { return receiver->fCount > 0; }));
 		EXPECT_EQ(5, ExitValue(worker.Thread()));
 		std::lock_guard<std::mutex> lock(receiver->fLock);
+		EXPECT_EQ(kMsgThreadCompleted, receiver->fWhat);
 		EXPECT_EQ("lib worker", receiver->fName);
 		EXPECT_EQ(5, receiver->fStatus);
 		EXPECT_EQ(1, receiver->fCount.load());

@@ -21,8 +21,7 @@ struct Counted {
 	bool operator==(const Counted& other) const { return fValue == other.fValue; }
 
 	int fValue = 0;
-	static int sLive;
-	static int sDestroyed;
+	static int sLive, sDestroyed;
 };
 
 int Counted::sLive = 0;
