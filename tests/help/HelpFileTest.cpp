@@ -1,7 +1,8 @@
 #include "help/HelpFile.h"
 
-#include <cstdio>
+#include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,10 +21,7 @@ static const char* kShipped = QS_SOURCE_DIR "/data/QStp.help";
 static void
 WriteFile(const std::string& path, const char* text)
 {
-	FILE* file = fopen(path.c_str(), "w");
-	ASSERT_NE(file, nullptr);
-	fputs(text, file);
-	fclose(file);
+	ASSERT_TRUE(std::ofstream(path) << text);
 }
 
 
@@ -39,8 +37,7 @@ TEST(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
 	for (LibString* name = names.First(); name != nullptr; name = names.Next())
 		EXPECT_TRUE(pages.insert(name->String()).second) << "page twice: " << name->String();
 
-	std::set<std::string> reached;
-	std::set<std::string> views;
+	std::set<std::string> reached, views;
 	for (HelpRow* row = rows.First(); row != nullptr; row = rows.Next()) {
 		EXPECT_FALSE(row->label.IsEmpty());
 		ASSERT_FALSE(row->page.IsEmpty()) << "row without a page: " << row->label.String();
@@ -59,30 +56,14 @@ TEST(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
 }
 
 
-TEST(HelpFileTest, PageTextPutsBreaksWhereTheyStood)
-{
-	TempDirectory dir;
-	std::string path = dir.Path("page.help");
-	WriteFile(path, "<PAGE NAME=\"a\">First line. <BR/> Second line. <P/> Next\n"
-	                " paragraph.</PAGE>\n<PAGE NAME=\"b\">Other</PAGE>\n");
-
-	xmlTag page;
-	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "a", page), B_OK);
-	EXPECT_STREQ(HelpFile::PageText(page).String(), "First line.\nSecond line.\n\nNext paragraph.");
-
-	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "b", page), B_OK);
-	EXPECT_STREQ(HelpFile::PageText(page).String(), "Other");
-	EXPECT_EQ(HelpFile::ReadPage(path.c_str(), "c", page), B_NAME_NOT_FOUND);
-	EXPECT_EQ(HelpFile::ReadPage(dir.Path("none").c_str(), "a", page), B_ENTRY_NOT_FOUND);
-}
-
-
-TEST(HelpFileTest, ContentsRowsKeepDepthAndEveryView)
+TEST(HelpFileTest, RowsKeepDepthAndEveryViewPagesKeepTheirBreaks)
 {
 	TempDirectory dir;
 	std::string path = dir.Path("rows.help");
 	WriteFile(path, "<CONTENTS>\n<T PAGE=\"p1\" VIEW=\"W/a\" VIEW=\"W/b\">One\n"
-	                "<T PAGE=\"p2\">Two</T></T>\n<T PAGE=\"p3\">Three</T>\n</CONTENTS>\n");
+	                "<T PAGE=\"p2\">Two</T></T>\n<T PAGE=\"p3\">Three</T>\n</CONTENTS>\n"
+	                "<PAGE NAME=\"a\">First line. <BR/> Second line. <P/> Next\n"
+	                " paragraph.</PAGE>\n<PAGE NAME=\"b\">Other</PAGE>\n");
 
 	LinkList<HelpRow> rows;
 	ASSERT_EQ(HelpFile::ReadContents(path.c_str(), rows), B_OK);
@@ -90,9 +71,17 @@ TEST(HelpFileTest, ContentsRowsKeepDepthAndEveryView)
 	EXPECT_STREQ(rows.Get(0L)->label.String(), "One");
 	EXPECT_EQ(rows.Get(0L)->views.Size(), 2);
 	EXPECT_STREQ(rows.Get(0L)->views.Get(1L)->String(), "W/b");
-	EXPECT_EQ(rows.Get(1L)->depth, 1);
 	EXPECT_STREQ(rows.Get(1L)->page.String(), "p2");
+	EXPECT_EQ(rows.Get(1L)->depth, 1);
 	EXPECT_EQ(rows.Get(2L)->depth, 0);
+
+	xmlTag page;
+	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "a", page), B_OK);
+	EXPECT_STREQ(HelpFile::PageText(page).String(), "First line.\nSecond line.\n\nNext paragraph.");
+	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "b", page), B_OK);
+	EXPECT_STREQ(HelpFile::PageText(page).String(), "Other");
+	EXPECT_EQ(HelpFile::ReadPage(path.c_str(), "c", page), B_NAME_NOT_FOUND);
+	EXPECT_EQ(HelpFile::ReadPage(dir.Path("none").c_str(), "a", page), B_ENTRY_NOT_FOUND);
 }
 
 
@@ -118,12 +107,9 @@ TEST(HelpFileTest, LocateSearchesInOrder)
 	ASSERT_EQ(HelpFile::Store(executable.c_str(), source.c_str()), B_OK);
 	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
 	EXPECT_STREQ(found.Path(), dir.Path("tmp/QStp.help").c_str());
-	FILE* extracted = fopen(found.Path(), "r");
-	ASSERT_NE(extracted, nullptr);
-	char line[64] = "";
-	EXPECT_NE(fgets(line, sizeof(line), extracted), nullptr);
-	fclose(extracted);
-	EXPECT_STREQ(line, "<CONTENTS></CONTENTS>\n");
+	std::stringstream extracted;
+	extracted << std::ifstream(found.Path()).rdbuf();
+	EXPECT_EQ(extracted.str(), "<CONTENTS></CONTENTS>\n");
 
 	WriteFile(dir.Path("cwd/QStp.help"), "x");
 	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);

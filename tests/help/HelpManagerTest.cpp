@@ -1,6 +1,6 @@
 #include "help/HelpManager.h"
 
-#include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -12,13 +12,6 @@
 
 #include "help/HelpFile.h"
 #include "platform/TempDirectory.h"
-
-TEST(HelpManagerTest, HelpNameIsTheTextAfterTheLastDot)
-{
-	HelpManager manager;
-	manager.SetSignature("application/x-vnd.Kestrelware.QStp");
-	EXPECT_STREQ(manager.HelpName(), "QStp");
-}
 
 TEST(HelpManagerTest, ContextKeyJoinsWindowAndViewsInOrder)
 {
@@ -36,6 +29,8 @@ TEST(HelpManagerTest, ContextKeyJoinsWindowAndViewsInOrder)
 
 	// An unhandled help request says where help was asked for.
 	HelpManager manager;
+	manager.SetSignature("application/x-vnd.Kestrelware.QStp");
+	EXPECT_STREQ(manager.HelpName(), "QStp");
 	testing::internal::CaptureStderr();
 	manager.MessageReceived(&request);
 	std::string printed = testing::internal::GetCapturedStderr();
@@ -55,10 +50,8 @@ TEST(HelpManagerTest, AddHelpFileStoresItInTheExecutableOrSaysWhyNot)
 	EXPECT_EQ(testing::internal::GetCapturedStderr(), missing + " does not exist\n");
 
 	std::string helpFile = temp.Path("QStp.help");
-	FILE* out = fopen(helpFile.c_str(), "w");
-	ASSERT_NE(out, nullptr);
-	fputs("<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>", out);
-	fclose(out);
+	const char* text = "<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>";
+	ASSERT_TRUE(std::ofstream(helpFile) << text);
 	testing::internal::CaptureStderr();
 	EXPECT_EQ(manager.AddHelpFile(helpFile.c_str()), B_OK);
 	EXPECT_EQ(testing::internal::GetCapturedStderr(), helpFile + " added to application\n");
@@ -71,7 +64,6 @@ TEST(HelpManagerTest, AddHelpFileStoresItInTheExecutableOrSaysWhyNot)
 	const void* data =
 	    resources.LoadResource(HelpFile::kResourceType, HelpFile::kResourceId, &length);
 	ASSERT_NE(data, nullptr);
-	EXPECT_EQ(std::string(static_cast<const char*>(data), length),
-	          "<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>");
+	EXPECT_EQ(std::string(static_cast<const char*>(data), length), text);
 	resources.RemoveResource(HelpFile::kResourceType, HelpFile::kResourceId);
 }

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 
@@ -26,35 +25,28 @@ public:
 class xmlParserTest : public testing::Test
 {
 protected:
-	void TearDown() override
-	{
-		if (!fPath.empty())
-			unlink(fPath.c_str());
-	}
+	void TearDown() override { unlink(fPath.c_str()); }
 
-	// Writes text to a fresh temporary file and opens the parser on it.
+	// Writes text to the test's temporary file and opens the parser on it.
 	void Load(const std::string& text)
 	{
-		if (fPath.empty()) {
-			std::string pattern = testing::TempDir() + "xmlParserTestXXXXXX";
-			int fd = mkstemp(&pattern[0]);
-			ASSERT_GE(fd, 0);
-			close(fd);
-			fPath = pattern;
-		}
-		FILE* file = fopen(fPath.c_str(), "w");
-		ASSERT_NE(file, nullptr);
-		fwrite(text.data(), 1, text.size(), file);
-		fclose(file);
+		fPath = testing::TempDir() + "xmlParserTest" + std::to_string(getpid());
+		std::ofstream(fPath) << text;
 		ASSERT_TRUE(fParser.Open(fPath.c_str()));
 	}
 
 	static std::string Field(const xmlTag& tag, const char* name, int32 index = 0)
 	{
 		const char* value = nullptr;
-		if (tag.Modifiers().FindString(name, index, &value) != B_OK)
-			return "<missing>";
-		return value;
+		return tag.Modifiers().FindString(name, index, &value) == B_OK ? value : "<missing>";
+	}
+
+	static void ExpectTag(const xmlTag* tag, const char* name, const char* contents, int32 location)
+	{
+		ASSERT_NE(tag, nullptr);
+		EXPECT_EQ(std::string(tag->Name()), name);
+		EXPECT_STREQ(tag->Contents(), contents);
+		EXPECT_EQ(tag->ParentLocation(), location);
 	}
 
 	std::string fPath;
@@ -62,11 +54,10 @@ protected:
 };
 
 
-TEST_F(xmlParserTest, AdvanceJoinsLinesAndSkipsEmptyOnes)
+TEST_F(xmlParserTest, AdvanceJoinsLinesSkipsEmptyOnesAndCutsLongOnes)
 {
 	Load("ab\n\n\ncd\n");
-	std::string seen;
-	std::string lookaheads;
+	std::string seen, lookaheads;
 	while (fParser.Advance()) {
 		seen += fParser.At();
 		lookaheads += fParser.Lookahead() != '\0' ? fParser.Lookahead() : '.';
@@ -76,11 +67,16 @@ TEST_F(xmlParserTest, AdvanceJoinsLinesAndSkipsEmptyOnes)
 	EXPECT_EQ(lookaheads, "b.d.");
 	EXPECT_EQ(fParser.Line(), 4);
 	EXPECT_FALSE(fParser.Advance());
-}
 
+	Load("abc\n");
+	fParser.Advance();
+	fParser.Advance();
+	testing::internal::CaptureStderr();
+	fParser.PrintToStream();
+	EXPECT_EQ(testing::internal::GetCapturedStderr(),
+	          "xmlParser: line 1, column 1\nbuffer <abc>\n");
 
-TEST_F(xmlParserTest, LongLinesArriveInPieces)
-{
+	// Long lines arrive in pieces.
 	Load(std::string(2500, 'x') + "\nyz\n");
 	ASSERT_TRUE(fParser.ReadLine());
 	EXPECT_EQ(fParser.Line(), 1);
@@ -107,29 +103,19 @@ TEST_F(xmlParserTest, NextTagTakesNamesAsTheyStand)
 	Load("<?xml version=\"1.0\"?>\n<!-- note -->\n<PAGE NAME=x>t</PAGE><BR/><! skipped>\n<END>");
 	char name[xmlParser::kNameSize];
 	bool hasModifiers = false;
-	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
+	std::string names, modifiers, at;
+	while (fParser.NextTag(name, hasModifiers)) {
+		names += std::string(name) + ",";
+		modifiers += hasModifiers ? 'm' : '-';
+		at += fParser.At();
+	}
 	// Only the single "!" is skipped, not a comment's "!--".
-	EXPECT_STREQ(name, "!--");
-	EXPECT_TRUE(hasModifiers);
-	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
-	EXPECT_STREQ(name, "PAGE");
-	EXPECT_TRUE(hasModifiers);
-	EXPECT_EQ(fParser.At(), ' ');
-	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
-	EXPECT_STREQ(name, "/PAGE");
-	EXPECT_FALSE(hasModifiers);
-	EXPECT_EQ(fParser.At(), '>');
-	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
-	EXPECT_STREQ(name, "BR/");
-	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
-	EXPECT_STREQ(name, "END");
-	EXPECT_FALSE(fParser.NextTag(name, hasModifiers));
+	EXPECT_EQ(names, "!--,PAGE,/PAGE,BR/,END,");
+	EXPECT_EQ(modifiers.substr(0, 3), "mm-");
+	EXPECT_EQ(at.substr(1, 2), " >");
 	EXPECT_STREQ(name, "");
-}
 
-
-TEST_F(xmlParserTest, DerivedParserChoosesTagsToSkip)
-{
+	// A derived parser chooses more tags to skip.
 	class CommentParser : public xmlParser
 	{
 	public:
@@ -137,32 +123,49 @@ TEST_F(xmlParserTest, DerivedParserChoosesTagsToSkip)
 		{
 			return xmlParser::SkipTag(name) || strcmp(name, "!--") == 0;
 		}
-	};
-	Load("<?xml version=\"1.0\"?><!-- c --><A>x</A>");
-	CommentParser parser;
+	} parser;
 	ASSERT_TRUE(parser.Open(fPath.c_str()));
-	char name[xmlParser::kNameSize];
-	bool hasModifiers = false;
 	ASSERT_TRUE(parser.NextTag(name, hasModifiers));
-	EXPECT_STREQ(name, "A");
+	EXPECT_STREQ(name, "PAGE");
 }
 
 
-TEST_F(xmlParserTest, ContentJoinsLinesAndTrimsSpaces)
+TEST_F(xmlParserTest, ContentsAsTheElementsStand)
 {
-	Load("<?xml version=\"1.0\"?>\n<P>Hello\nworld</P>\n<Q>   \tone  two\n  three   </Q>");
+	struct Case {
+		const char* text;
+		const char* tag;
+		const char* contents;
+	} cases[] = {
+	    // Lines are joined with nothing between them, spaces trimmed at the ends.
+	    {"<?xml version=\"1.0\"?>\n<P>Hello\nworld</P>", "P", "Helloworld"},
+	    {"<Q>   \tone  two\n  three   </Q>", "Q", "one  two  three"},
+	    // A wrong closing tag still closes.
+	    {"<P>text</Q> after</P><P>second</P>", "P", "text"},
+	    // An empty element written with a space runs to the next closing tag.
+	    {"<P>ab<BR />cd</P>more</X>after", "P", "abmore"},
+	    {"<P>open text  ", "P", "open text"},
+	};
+	for (const Case& c : cases) {
+		SCOPED_TRACE(c.text);
+		Load(c.text);
+		xmlTag tag;
+		ASSERT_TRUE(fParser.FindTag(c.tag, tag));
+		EXPECT_STREQ(tag.Name(), c.tag);
+		EXPECT_STREQ(tag.Contents(), c.contents);
+	}
 	xmlTag tag;
+	Load("<P>ab<BR />cd</P>more</X>after");
 	ASSERT_TRUE(fParser.FindTag("P", tag));
-	EXPECT_STREQ(tag.Name(), "P");
-	EXPECT_STREQ(tag.Contents(), "Helloworld");
-	ASSERT_TRUE(fParser.FindTag("Q", tag));
-	EXPECT_STREQ(tag.Contents(), "one  two  three");
+	EXPECT_EQ(tag.Children().Size(), 1);
+	ExpectTag(tag.Children().First(), "BR", "cd", 2);
 }
 
 
-TEST_F(xmlParserTest, AttributesQuotedAndUnquoted)
+TEST_F(xmlParserTest, AttributesAndTheirKeptConsequences)
 {
-	Load("<A a=1 b=\"x y\" c='p q' d=last>text</A>");
+	Load("<A a=1 b=\"x y\" c='p q' d=last>text</A>\n<B k=1 k=2>x</B>\n"
+	     "<C q=\"v\" u=one two\" k=1 k=2>x</C>\n<D e=\"\"z\">y</D>");
 	xmlTag tag;
 	ASSERT_TRUE(fParser.FindTag("A", tag));
 	EXPECT_EQ(Field(tag, "a"), "1");
@@ -170,14 +173,13 @@ TEST_F(xmlParserTest, AttributesQuotedAndUnquoted)
 	EXPECT_EQ(Field(tag, "c"), "p q");
 	EXPECT_EQ(Field(tag, "d"), "last");
 	EXPECT_STREQ(tag.Contents(), "text");
-}
 
+	// A repeated attribute adds a second string.
+	ASSERT_TRUE(fParser.FindTag("B", tag));
+	EXPECT_EQ(Field(tag, "k", 0), "1");
+	EXPECT_EQ(Field(tag, "k", 1), "2");
 
-TEST_F(xmlParserTest, AttributeConsequencesKeptAsWritten)
-{
-	Load("<A q=\"v\" u=one two\" k=1 k=2>x</A>\n<B e=\"\"z\">y</B>");
-	xmlTag tag;
-	ASSERT_TRUE(fParser.FindTag("A", tag));
+	ASSERT_TRUE(fParser.FindTag("C", tag));
 	EXPECT_EQ(Field(tag, "q"), "v");
 	// After a quoted value its quote ends later unquoted values, not a space.
 	EXPECT_EQ(Field(tag, "u"), "one two");
@@ -186,20 +188,10 @@ TEST_F(xmlParserTest, AttributeConsequencesKeptAsWritten)
 	EXPECT_EQ(Field(tag, "k"), "1 k2");
 	EXPECT_EQ(tag.Modifiers().CountNames(B_ANY_TYPE), 3);
 
-	ASSERT_TRUE(fParser.FindTag("B", tag));
+	ASSERT_TRUE(fParser.FindTag("D", tag));
 	// A quoted value cannot be empty: the closing quote is its first character.
 	EXPECT_EQ(Field(tag, "e"), "\"z");
 	EXPECT_STREQ(tag.Contents(), "y");
-}
-
-
-TEST_F(xmlParserTest, RepeatedAttributeAddsSecondString)
-{
-	Load("<A k=1 k=2>x</A>");
-	xmlTag tag;
-	ASSERT_TRUE(fParser.FindTag("A", tag));
-	EXPECT_EQ(Field(tag, "k", 0), "1");
-	EXPECT_EQ(Field(tag, "k", 1), "2");
 }
 
 
@@ -213,45 +205,11 @@ TEST_F(xmlParserTest, ChildrenRememberParentLocation)
 	ASSERT_EQ(children.Size(), 2);
 
 	xmlTag* bold = children.First();
-	EXPECT_STREQ(bold->Name(), "B");
-	EXPECT_EQ(bold->ParentLocation(), 12);
-	EXPECT_STREQ(bold->Contents(), "bold  end");
+	ExpectTag(bold, "B", "bold  end", 12);
 	EXPECT_EQ(Field(*bold, "x"), "1");
 	ASSERT_EQ(bold->Children().Size(), 1);
-	xmlTag* italic = bold->Children().First();
-	EXPECT_STREQ(italic->Name(), "I");
-	EXPECT_STREQ(italic->Contents(), "it");
-	EXPECT_EQ(italic->ParentLocation(), 5);
-
-	xmlTag* brk = children.Next();
-	EXPECT_STREQ(brk->Name(), "BR");
-	EXPECT_EQ(brk->ParentLocation(), 17);
-	EXPECT_TRUE(brk->Contents().IsEmpty());
-}
-
-
-TEST_F(xmlParserTest, EmptyElementWithSpaceRunsToNextClosingTag)
-{
-	Load("<P>ab<BR />cd</P>more</X>after");
-	xmlTag tag;
-	ASSERT_TRUE(fParser.FindTag("P", tag));
-	EXPECT_STREQ(tag.Contents(), "abmore");
-	ASSERT_EQ(tag.Children().Size(), 1);
-	xmlTag* child = tag.Children().First();
-	EXPECT_STREQ(child->Name(), "BR");
-	EXPECT_STREQ(child->Contents(), "cd");
-	EXPECT_EQ(child->ParentLocation(), 2);
-}
-
-
-TEST_F(xmlParserTest, WrongClosingTagStillCloses)
-{
-	Load("<P>text</Q> after</P><P>second</P>");
-	xmlTag tag;
-	ASSERT_TRUE(fParser.FindTag("P", tag));
-	EXPECT_STREQ(tag.Contents(), "text");
-	ASSERT_TRUE(fParser.FindTag("P", tag));
-	EXPECT_STREQ(tag.Contents(), "second");
+	ExpectTag(bold->Children().First(), "I", "it", 5);
+	ExpectTag(children.Next(), "BR", "", 17);
 }
 
 
@@ -264,7 +222,6 @@ TEST_F(xmlParserTest, FindTagScansForwardUntilRewind)
 	// Found at any depth, in file order.
 	ASSERT_TRUE(fParser.FindTag("PAGE", tag));
 	EXPECT_EQ(Field(tag, "NAME"), "two");
-	EXPECT_STREQ(tag.Contents(), "2");
 
 	EXPECT_FALSE(fParser.FindTag("PAGE", tag));
 	EXPECT_TRUE(tag.Name().IsEmpty());
@@ -277,42 +234,24 @@ TEST_F(xmlParserTest, FindTagScansForwardUntilRewind)
 }
 
 
-TEST_F(xmlParserTest, UnterminatedElementEndsAtEndOfInput)
-{
-	Load("<P>open text  ");
-	xmlTag tag;
-	ASSERT_TRUE(fParser.FindTag("P", tag));
-	EXPECT_STREQ(tag.Contents(), "open text");
-}
-
-
-TEST_F(xmlParserTest, LongLineKeepsContentAndTags)
+TEST_F(xmlParserTest, LongLinesAndNamesAreCutNotOverflowed)
 {
 	// The child's '<' is the last character of the first 1023-character
 	// piece; its name continues in the next piece.
-	std::string text =
-	    "<P>" + std::string(1019, 'a') + "<B>b</B>" + std::string(1500, 'c') + "</P>";
-	Load(text);
+	Load("<P>" + std::string(1019, 'a') + "<B>b</B>" + std::string(1500, 'c') + "</P>");
 	xmlTag tag;
 	ASSERT_TRUE(fParser.FindTag("P", tag));
 	EXPECT_EQ(tag.Contents().Length(), 1019 + 1500);
-	ASSERT_EQ(tag.Children().Size(), 1);
-	EXPECT_STREQ(tag.Children().First()->Name(), "B");
-	EXPECT_STREQ(tag.Children().First()->Contents(), "b");
-	EXPECT_EQ(tag.Children().First()->ParentLocation(), 1019);
+	EXPECT_EQ(tag.Children().Size(), 1);
+	ExpectTag(tag.Children().First(), "B", "b", 1019);
 	EXPECT_EQ(fParser.Line(), 3);
-}
 
-
-TEST_F(xmlParserTest, LongNamesAreCutNotOverflowed)
-{
 	std::string longName(200, 'N');
 	std::string attribute(150, 'k');
 	std::string value(300, 'v');
 	Load("<" + longName + " " + attribute + "=\"" + value + "\">x</" + longName + ">\n<P>a<" +
 	     longName + ">in</" + longName + ">b</P>");
 	std::string cut(xmlParser::kNameSize - 1, 'N');
-	xmlTag tag;
 	ASSERT_TRUE(fParser.FindTag(cut.c_str(), tag));
 	EXPECT_EQ(std::string(tag.Name()), cut);
 	EXPECT_EQ(Field(tag, std::string(79, 'k').c_str()), std::string(79, 'v'));
@@ -320,13 +259,12 @@ TEST_F(xmlParserTest, LongNamesAreCutNotOverflowed)
 
 	ASSERT_TRUE(fParser.FindTag("P", tag));
 	EXPECT_STREQ(tag.Contents(), "ab");
-	ASSERT_EQ(tag.Children().Size(), 1);
-	EXPECT_EQ(std::string(tag.Children().First()->Name()), cut);
-	EXPECT_STREQ(tag.Children().First()->Contents(), "in");
+	EXPECT_EQ(tag.Children().Size(), 1);
+	ExpectTag(tag.Children().First(), cut.c_str(), "in", 1);
 }
 
 
-TEST_F(xmlParserTest, MissingFileAnswersFalseEverywhere)
+TEST_F(xmlParserTest, MissingFileAnswersFalseAndReopenStartsAfresh)
 {
 	xmlParser parser("/nonexistent/quickstep/help.file");
 	EXPECT_FALSE(parser.IsValid());
@@ -337,31 +275,13 @@ TEST_F(xmlParserTest, MissingFileAnswersFalseEverywhere)
 	EXPECT_FALSE(parser.NextTag(name, hasModifiers));
 	parser.Rewind();
 	EXPECT_FALSE(parser.Advance());
-}
 
-
-TEST_F(xmlParserTest, ReopenStartsAtTheNewFile)
-{
+	// Reopened, the parser starts at the new file.
 	Load("<A>x<B>old</B></A>");
-	char name[xmlParser::kNameSize];
-	bool hasModifiers = false;
 	ASSERT_TRUE(fParser.NextTag(name, hasModifiers));
 	Load("<B>new</B>");
-	xmlTag tag;
 	EXPECT_TRUE(fParser.FindTag("B", tag));
 	EXPECT_STREQ(tag.Contents(), "new");
-}
-
-
-TEST_F(xmlParserTest, PrintToStreamShowsWhereItStands)
-{
-	Load("abc\n");
-	fParser.Advance();
-	fParser.Advance();
-	testing::internal::CaptureStderr();
-	fParser.PrintToStream();
-	EXPECT_EQ(testing::internal::GetCapturedStderr(),
-	          "xmlParser: line 1, column 1\nbuffer <abc>\n");
 }
 
 } // namespace

@@ -17,7 +17,7 @@ MakeTag(const char* name, const char* text)
 }
 
 
-TEST(xmlTagTest, CopiesAreDeep)
+TEST(xmlTagTest, CopiesAreDeepAndListsFindByName)
 {
 	xmlTag parent = MakeTag("P", "text  ");
 	parent.Modifiers().AddString("k", "v");
@@ -49,11 +49,8 @@ TEST(xmlTagTest, CopiesAreDeep)
 	EXPECT_EQ(copy.Children().Size(), 1);
 	copy.StripTrailingContent();
 	EXPECT_STREQ(copy.Contents(), "text");
-}
 
-
-TEST(xmlTagTest, ListsFindTagsByNameOnly)
-{
+	// Lists find tags by name only.
 	LinkList<xmlTag> tags;
 	tags.Insert(new xmlTag(MakeTag("A", "one")));
 	tags.Insert(new xmlTag(MakeTag("B", "two")));

@@ -1,7 +1,6 @@
 #include "lib/LibAppVersion.h"
 
-#include <cstdio>
-#include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -22,21 +21,17 @@ protected:
 		ASSERT_TRUE(fTemp.Valid());
 		fTemp.UseAsDataHome();
 		fFile = fTemp.Path("program");
-		FILE* stream = fopen(fFile.c_str(), "w");
-		ASSERT_NE(stream, nullptr);
-		fclose(stream);
+		ASSERT_TRUE(std::ofstream(fFile).good());
 	}
 
-	void WriteVersion(uint32 variety)
+	void WriteVersion(uint32 major, uint32 variety, version_kind kind = B_APP_VERSION_KIND)
 	{
 		version_info info = {};
-		info.major = 3;
+		info.major = major;
 		info.middle = 10;
-		info.minor = 0;
 		info.variety = variety;
 		BFile file(fFile.c_str(), B_READ_WRITE);
-		BAppFileInfo fileInfo(&file);
-		ASSERT_EQ(fileInfo.SetVersionInfo(&info, B_APP_VERSION_KIND), B_OK);
+		ASSERT_EQ(BAppFileInfo(&file).SetVersionInfo(&info, kind), B_OK);
 	}
 
 	TempDirectory fTemp;
@@ -50,7 +45,7 @@ TEST_F(LibAppVersionTest, VarietyNamesFollowTheNumbers)
 	const char* expected[] = {"3.10.0 Dev",  "3.10.0 Alpha", "3.10.0 Beta", "3.10.0 Gamma",
 	                          "3.10.0 Gold", "3.10.0",       "3.10.0"};
 	for (uint32 variety = 0; variety < 7; variety++) {
-		WriteVersion(variety);
+		WriteVersion(3, variety);
 		EXPECT_STREQ(LibGetAppVersion(fFile.c_str()).String(), expected[variety]) << variety;
 	}
 }
@@ -61,11 +56,7 @@ TEST_F(LibAppVersionTest, NoRecordOrNoFileGivesEmptyText)
 	EXPECT_TRUE(LibGetAppVersion(fTemp.Path("missing").c_str()).IsEmpty());
 
 	// A version record of the system kind is not the application's.
-	version_info info = {};
-	info.major = 9;
-	BFile file(fFile.c_str(), B_READ_WRITE);
-	BAppFileInfo fileInfo(&file);
-	ASSERT_EQ(fileInfo.SetVersionInfo(&info, B_SYSTEM_VERSION_KIND), B_OK);
+	WriteVersion(9, 0, B_SYSTEM_VERSION_KIND);
 	EXPECT_TRUE(LibGetAppVersion(fFile.c_str()).IsEmpty());
 }
 

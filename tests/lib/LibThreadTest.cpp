@@ -5,8 +5,7 @@
 #include <Messenger.h>
 #include <OS.h>
 
-#include <chrono>
-#include <condition_variable>
+#include <atomic>
 #include <mutex>
 #include <string>
 
@@ -14,43 +13,40 @@
 
 namespace {
 
-const bigtime_t kPatience = 2000000;
+template <typename Predicate>
+bool
+WaitUntil(Predicate predicate)
+{
+	bigtime_t deadline = system_time() + 2000000;
+	while (!predicate()) {
+		if (system_time() > deadline)
+			return false;
+		snooze(200);
+	}
+	return true;
+}
+
 
 // Collects the completion message on a looper thread of its own.
 class Receiver : public BLooper
 {
 public:
-	Receiver() : BLooper("receiver") {}
-
 	void MessageReceived(BMessage* message) override
 	{
-		if (message->what != kMsgThreadCompleted) {
-			BLooper::MessageReceived(message);
-			return;
-		}
-		const char* name = nullptr;
-		int32 status = -1;
-		message->FindString("name", &name);
-		message->FindInt32("status", &status);
 		std::lock_guard<std::mutex> lock(fLock);
-		fName = name != nullptr ? name : "(none)";
-		fStatus = status;
+		fWhat = message->what;
+		const char* name = "(none)";
+		message->FindString("name", &name);
+		message->FindInt32("status", &fStatus);
+		fName = name;
 		fCount++;
-		fCondition.notify_all();
-	}
-
-	bool WaitForCompletion()
-	{
-		std::unique_lock<std::mutex> lock(fLock);
-		return fCondition.wait_for(lock, std::chrono::microseconds(kPatience),
-		                           [this] { return fCount > 0; });
 	}
 
 	std::mutex fLock;
-	std::condition_variable fCondition;
 	std::string fName;
+	uint32 fWhat = 0;
 	int32 fStatus = -1;
-	int fCount = 0;
+	std::atomic<int> fCount{0};
 };
 
 
@@ -62,56 +58,29 @@ public:
 };
 
 
-// Sets its flag when its stack unwinds.
-struct Unwound {
-	std::mutex lock;
-	std::condition_variable condition;
-	bool done = false;
+std::atomic<bool> sUnwound{false};
 
-	bool Wait()
-	{
-		std::unique_lock<std::mutex> guard(lock);
-		return condition.wait_for(guard, std::chrono::microseconds(kPatience),
-		                          [this] { return done; });
-	}
-};
-
-Unwound sUnwound;
-
-struct UnwindMark {
-	~UnwindMark()
-	{
-		std::lock_guard<std::mutex> guard(sUnwound.lock);
-		sUnwound.done = true;
-		sUnwound.condition.notify_all();
-	}
-};
-
-
-class SleepyThread : public LibThread
+// Marks its stack unwound when the thread is killed in its sleep.
+class SleepyThread : public FiveThread
 {
 public:
 	int32 Action() override
 	{
-		UnwindMark mark;
+		struct Mark {
+			~Mark() { sUnwound = true; }
+		} mark;
 		snooze(30000000);
 		return 1;
 	}
-	thread_id Thread() const { return fThread; }
 };
 
 
-template <typename Predicate>
-bool
-WaitUntil(Predicate predicate)
+int32
+ExitValue(thread_id thread)
 {
-	bigtime_t deadline = system_time() + kPatience;
-	while (!predicate()) {
-		if (system_time() > deadline)
-			return false;
-		snooze(200);
-	}
-	return true;
+	status_t exitValue = 0;
+	EXPECT_EQ(B_OK, wait_for_thread(thread, &exitValue));
+	return exitValue;
 }
 
 } // namespace
@@ -124,60 +93,46 @@ TEST(LibThreadTest, CompletionMessageCarriesNameAndActionResult)
 	{
 		FiveThread worker;
 		worker.Go("lib worker", new BMessenger(receiver), B_URGENT_DISPLAY_PRIORITY);
-		ASSERT_TRUE(receiver->WaitForCompletion());
-		{
-			std::lock_guard<std::mutex> lock(receiver->fLock);
-			EXPECT_EQ("lib worker", receiver->fName);
-			EXPECT_EQ(5, receiver->fStatus);
-			EXPECT_EQ(1, receiver->fCount);
-		}
-		status_t exitValue = 0;
-		EXPECT_EQ(B_OK, wait_for_thread(worker.Thread(), &exitValue));
-		EXPECT_EQ(5, exitValue);
+		ASSERT_TRUE(WaitUntil([&] { return receiver->fCount > 0; }));
+		EXPECT_EQ(5, ExitValue(worker.Thread()));
+		std::lock_guard<std::mutex> lock(receiver->fLock);
+		EXPECT_EQ(kMsgThreadCompleted, receiver->fWhat);
+		EXPECT_EQ("lib worker", receiver->fName);
+		EXPECT_EQ(5, receiver->fStatus);
+		EXPECT_EQ(1, receiver->fCount.load());
 	}
 	receiver->Lock();
 	receiver->Quit();
 }
 
 
-TEST(LibThreadTest, WithoutMessengerExitValueIsStillActionResult)
-{
-	FiveThread worker;
-	worker.Go("silent worker", nullptr, B_NORMAL_PRIORITY);
-	ASSERT_GT(worker.Thread(), 0);
-	status_t exitValue = 0;
-	EXPECT_EQ(B_OK, wait_for_thread(worker.Thread(), &exitValue));
-	EXPECT_EQ(5, exitValue);
-
-	// Started again: a new thread replaces the old one.
-	thread_id first = worker.Thread();
-	worker.Go("silent worker", nullptr, B_NORMAL_PRIORITY);
-	EXPECT_NE(first, worker.Thread());
-	EXPECT_EQ(B_OK, wait_for_thread(worker.Thread(), &exitValue));
-	EXPECT_EQ(5, exitValue);
-}
-
-
-TEST(LibThreadTest, DestroyingAfterThreadFinishedLeavesItsEndIntact)
+TEST(LibThreadTest, WithoutMessengerAStartReplacesTheThreadAndDeletingLeavesItsEnd)
 {
 	FiveThread* worker = new FiveThread;
-	worker->Go("finished early", nullptr, B_NORMAL_PRIORITY);
-	thread_id thread = worker->Thread();
+	worker->Go("silent worker", nullptr, B_NORMAL_PRIORITY);
+	thread_id first = worker->Thread();
+	ASSERT_GT(first, 0);
+	EXPECT_EQ(5, ExitValue(first));
+
+	worker->Go("silent worker", nullptr, B_NORMAL_PRIORITY);
+	thread_id second = worker->Thread();
+	EXPECT_NE(first, second);
 	ASSERT_TRUE(WaitUntil([&] { return worker->Status() == B_THREAD_WAITING; }));
 	delete worker;
 	// The destructor's kill failed harmlessly: the exit value is still there.
-	status_t exitValue = 0;
-	EXPECT_EQ(B_OK, wait_for_thread(thread, &exitValue));
-	EXPECT_EQ(5, exitValue);
+	EXPECT_EQ(5, ExitValue(second));
 
-	// Never started: nothing to kill.
-	delete new FiveThread;
+	// Never started: nothing to kill, and nothing known about it.
+	FiveThread never;
+	testing::internal::CaptureStderr();
+	never.PrintToStream();
+	EXPECT_EQ("Unknown\n", testing::internal::GetCapturedStderr());
 }
 
 
 TEST(LibThreadTest, DestroyingKillsSleepingThread)
 {
-	sUnwound.done = false;
+	sUnwound = false;
 	SleepyThread* worker = new SleepyThread;
 	worker->Go("sleepy", nullptr, B_NORMAL_PRIORITY);
 	thread_id thread = worker->Thread();
@@ -196,15 +151,6 @@ TEST(LibThreadTest, DestroyingKillsSleepingThread)
 	EXPECT_EQ(B_LOW_PRIORITY, info.priority);
 
 	delete worker;
-	EXPECT_TRUE(sUnwound.Wait());
+	EXPECT_TRUE(WaitUntil([] { return sUnwound.load(); }));
 	EXPECT_EQ(B_BAD_THREAD_ID, get_thread_info(thread, &info));
-}
-
-
-TEST(LibThreadTest, PrintToStreamOfUnknownThread)
-{
-	FiveThread never;
-	testing::internal::CaptureStderr();
-	never.PrintToStream();
-	EXPECT_EQ("Unknown\n", testing::internal::GetCapturedStderr());
 }

@@ -1,7 +1,9 @@
 #include "sysinfo/LibDeviceInfo.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <PlatformTest.h>
@@ -9,10 +11,12 @@
 
 namespace {
 
-// Points the PCI bus at a fixture tree for the life of a test.
+// Points the PCI bus at a fixture tree for the life of a test, the mixed
+// bus unless the test picks another.
 class LibDeviceInfoTest : public testing::Test
 {
 protected:
+	void SetUp() override { UseBus("pci-catalog-mixed"); }
 	void TearDown() override { platform_set_root(nullptr); }
 
 	static void UseBus(const char* name)
@@ -33,15 +37,25 @@ protected:
 		return item != nullptr ? item->Devices().Get(position) : nullptr;
 	}
 
+	// Null texts are not checked.
+	static void ExpectNames(pciDevice* device, const char* vendorShort, const char* vendorLong,
+	                        const char* description)
+	{
+		ASSERT_NE(nullptr, device);
+		EXPECT_STREQ(vendorShort ? vendorShort : device->VendorShort(), device->VendorShort());
+		EXPECT_STREQ(vendorLong ? vendorLong : device->VendorLong(), device->VendorLong());
+		EXPECT_STREQ(description ? description : device->Description(), device->Description());
+	}
+
 	static std::string Written(pciItem& item)
 	{
-		FILE* file = tmpfile();
+		char* buffer = nullptr;
+		size_t size = 0;
+		FILE* file = open_memstream(&buffer, &size);
 		item.Write(file);
-		std::string text(static_cast<size_t>(ftell(file)), '\0');
-		rewind(file);
-		size_t got = fread(&text[0], 1, text.size(), file);
 		fclose(file);
-		text.resize(got);
+		std::string text(buffer, size);
+		free(buffer);
 		return text;
 	}
 };
@@ -51,24 +65,18 @@ protected:
 
 TEST_F(LibDeviceInfoTest, ItemsFollowTheClassTableOrderAndSkipAbsentClasses)
 {
-	UseBus("pci-catalog-mixed");
 	LibDeviceInfo catalogue;
 
 	// Alphabetical by name: Bridge, Display, Mass Storage, Network, Serial Bus,
 	// Undefined. Class 0x13 is on the bus but not in the table.
-	std::vector<int> classes;
-	std::vector<std::string> types;
-	std::vector<int> sizes;
+	std::string items;
 	for (pciItem* item = catalogue.First(); item != nullptr; item = catalogue.Next()) {
-		classes.push_back(item->ClassId());
-		types.push_back(item->Type());
-		sizes.push_back(item->Devices().Size());
+		items += std::to_string(item->ClassId()) + " " + item->Type() + " " +
+		         std::to_string(item->Devices().Size()) + ", ";
 	}
-	EXPECT_EQ((std::vector<int>{6, 3, 1, 2, 12, 255}), classes);
-	EXPECT_EQ((std::vector<std::string>{"Bridge", "Display", "Mass Storage", "Network",
-	                                    "Serial Bus", "Undefined"}),
-	          types);
-	EXPECT_EQ((std::vector<int>{2, 2, 1, 1, 1, 1}), sizes);
+	EXPECT_EQ("6 Bridge 2, 3 Display 2, 1 Mass Storage 1, 2 Network 1, 12 Serial Bus 1, "
+	          "255 Undefined 1, ",
+	          items);
 	EXPECT_EQ(2, catalogue.NumberPciDecices(6));
 	EXPECT_EQ(1, catalogue.NumberPciDecices(0x13));
 	EXPECT_EQ(0, catalogue.NumberPciDecices(4));
@@ -77,95 +85,74 @@ TEST_F(LibDeviceInfoTest, ItemsFollowTheClassTableOrderAndSkipAbsentClasses)
 
 TEST_F(LibDeviceInfoTest, NamesComeFromTheFirstMatchingRows)
 {
-	UseBus("pci-catalog-mixed");
 	LibDeviceInfo catalogue;
+	ExpectNames(DeviceOf(catalogue, 6, 0), "Intel", nullptr, "PIIX4 ISA Bridge");
+	// The chip name stands in for an empty description.
+	ExpectNames(DeviceOf(catalogue, 6, 1), nullptr, "Compaq", "EISA Bridge");
+	ExpectNames(DeviceOf(catalogue, 1, 0), nullptr, nullptr, "ATI PCP");
+	ExpectNames(DeviceOf(catalogue, 12, 0), "MCS", "Micro Computer Systems, Inc.", nullptr);
+	ExpectNames(DeviceOf(catalogue, 255, 0), nullptr, nullptr, "Multiple SCSI channels");
 
-	pciDevice* piix = DeviceOf(catalogue, 6, 0);
-	ASSERT_NE(nullptr, piix);
-	EXPECT_STREQ("PIIX4 ISA Bridge", piix->Description());
-	EXPECT_STREQ("Intel", piix->VendorShort());
-
-	pciDevice* ati = DeviceOf(catalogue, 1, 0);
-	ASSERT_NE(nullptr, ati);
-	EXPECT_STREQ("ATI PCP", ati->Description());
-
+	// A known vendor with an unknown device counts as unknown.
 	pciDevice* appian = DeviceOf(catalogue, 3, 1);
 	ASSERT_NE(nullptr, appian);
-	EXPECT_STREQ("Appian", appian->VendorShort());
-	EXPECT_STREQ("Appian Technology", appian->VendorLong());
+	ExpectNames(appian, "Appian", "Appian Technology", "Unknown");
+	EXPECT_TRUE(appian->IsVendorMatched());
+	EXPECT_FALSE(appian->IsDeviceMatched());
+	EXPECT_EQ(1, ItemOf(catalogue, 3)->NumberDevicesUnknown());
+	EXPECT_FALSE(ItemOf(catalogue, 3)->AllDevicesKnown());
+	EXPECT_TRUE(ItemOf(catalogue, 6)->AllDevicesKnown());
+	EXPECT_FALSE(catalogue.AllDevicesKnown());
 
-	pciDevice* mcs = DeviceOf(catalogue, 12, 0);
-	ASSERT_NE(nullptr, mcs);
-	EXPECT_STREQ("MCS", mcs->VendorShort());
-	EXPECT_STREQ("Micro Computer Systems, Inc.", mcs->VendorLong());
-
-	pciDevice* adaptec = DeviceOf(catalogue, 255, 0);
-	ASSERT_NE(nullptr, adaptec);
-	EXPECT_STREQ("Multiple SCSI channels", adaptec->Description());
-}
-
-
-TEST_F(LibDeviceInfoTest, ChipNameStandsInForAnEmptyDescription)
-{
-	UseBus("pci-catalog-mixed");
-	LibDeviceInfo catalogue;
-	pciDevice* eisa = DeviceOf(catalogue, 6, 1);
-	ASSERT_NE(nullptr, eisa);
-	EXPECT_EQ(0x0E11, eisa->VendorId());
-	EXPECT_STREQ("EISA Bridge", eisa->Description());
-	EXPECT_STREQ("Compaq", eisa->VendorLong());
-}
-
-
-TEST_F(LibDeviceInfoTest, SentinelVendorIsNeverMatched)
-{
-	UseBus("pci-catalog-mixed");
-	LibDeviceInfo catalogue;
 	// The tables end with 0xFFFF rows (even 0xFFFF/0x0140); they are not names.
 	pciDevice* bad = DeviceOf(catalogue, 2, 0);
 	ASSERT_NE(nullptr, bad);
 	EXPECT_EQ(0xFFFF, bad->VendorId());
-	EXPECT_STREQ("Unknown", bad->VendorShort());
-	EXPECT_STREQ("Unknown", bad->VendorLong());
-	EXPECT_STREQ("Unknown", bad->Description());
-	EXPECT_FALSE(bad->IsVendorMatched());
-	EXPECT_FALSE(bad->IsDeviceMatched());
+	ExpectNames(bad, "Unknown", "Unknown", "Unknown");
+	EXPECT_FALSE(bad->IsVendorMatched() || bad->IsDeviceMatched());
 }
 
 
-TEST_F(LibDeviceInfoTest, KnownVendorWithUnknownDeviceCountsAsUnknown)
+TEST_F(LibDeviceInfoTest, FullyNamedAndEmptyBusesAreAllKnown)
 {
-	UseBus("pci-catalog-mixed");
-	LibDeviceInfo catalogue;
-	pciItem* display = ItemOf(catalogue, 3);
-	ASSERT_NE(nullptr, display);
-	pciDevice* appian = display->Devices().Get(1);
-	ASSERT_NE(nullptr, appian);
-	EXPECT_TRUE(appian->IsVendorMatched());
-	EXPECT_FALSE(appian->IsDeviceMatched());
-	EXPECT_STREQ("Unknown", appian->Description());
-	EXPECT_EQ(1, display->NumberDevicesUnknown());
-	EXPECT_FALSE(display->AllDevicesKnown());
-
-	pciItem* bridge = ItemOf(catalogue, 6);
-	ASSERT_NE(nullptr, bridge);
-	EXPECT_TRUE(bridge->AllDevicesKnown());
-	EXPECT_FALSE(catalogue.AllDevicesKnown());
+	for (auto [bus, size] : {std::pair<const char*, int>{"pci-catalog-known", 3},
+	                         std::pair<const char*, int>{"pci-catalog-empty", 0}}) {
+		SCOPED_TRACE(bus);
+		UseBus(bus);
+		LibDeviceInfo catalogue;
+		EXPECT_EQ(size, catalogue.Size());
+		EXPECT_TRUE(catalogue.AllDevicesKnown());
+		LibString text("kept");
+		EXPECT_EQ(size > 0, catalogue.FindDevice(6, text));
+		EXPECT_EQ(size == 0, text == "kept");
+	}
 }
 
 
-TEST_F(LibDeviceInfoTest, AllDevicesKnownOnAFullyNamedBus)
+TEST_F(LibDeviceInfoTest, ItemsCompareByClassDevicesNeverCompareEqual)
 {
-	UseBus("pci-catalog-known");
-	LibDeviceInfo catalogue;
-	EXPECT_EQ(3, catalogue.Size());
-	EXPECT_TRUE(catalogue.AllDevicesKnown());
+	pciItem display(3);
+	display.Type("Display");
+	pciItem other(3);
+	other.Type("Something else");
+	pciItem bridge(6);
+	bridge.Type("Display");
+	EXPECT_TRUE(display == other);
+	EXPECT_FALSE(display == bridge);
+
+	pciDevice device;
+	pciDevice copy(device);
+	EXPECT_FALSE(device == device);
+	EXPECT_FALSE(device == copy);
+	LinkList<pciDevice> list;
+	pciDevice* stored = new pciDevice;
+	list.Insert(stored);
+	EXPECT_EQ(nullptr, list.Get(stored));
 }
 
 
-TEST_F(LibDeviceInfoTest, FindDeviceDescribesTheFirstDeviceOfAClass)
+TEST_F(LibDeviceInfoTest, FindDeviceWriteAndPrintDescribeTheDevices)
 {
-	UseBus("pci-catalog-mixed");
 	LibDeviceInfo catalogue;
 	LibString text("untouched");
 	EXPECT_TRUE(catalogue.FindDevice(3, text));
@@ -177,18 +164,27 @@ TEST_F(LibDeviceInfoTest, FindDeviceDescribesTheFirstDeviceOfAClass)
 	EXPECT_STREQ("untouched", text.String());
 	EXPECT_FALSE(catalogue.FindDevice(0x13, text));
 	EXPECT_STREQ("untouched", text.String());
-}
 
+	pciItem* display = ItemOf(catalogue, 3);
+	ASSERT_NE(nullptr, display);
+	EXPECT_EQ("pci class = <3>, type = <Display>\n"
+	          "Vendor id <0x5333>, Device id <0x5631>, Vendor <S3,S3 Incorporated>, "
+	          "Device <Virge 3D GUI Accelerator>\n"
+	          "Vendor id <0x1097>, Device id <0x1234>, Vendor <Appian,Appian Technology>, "
+	          "Device <Unknown>\n"
+	          "\n",
+	          Written(*display));
 
-TEST_F(LibDeviceInfoTest, BusWithoutFunctionsGivesAnEmptyCatalogue)
-{
-	UseBus("pci-catalog-empty");
-	LibDeviceInfo catalogue;
-	EXPECT_EQ(0, catalogue.Size());
-	EXPECT_TRUE(catalogue.AllDevicesKnown());
-	LibString text("kept");
-	EXPECT_FALSE(catalogue.FindDevice(6, text));
-	EXPECT_STREQ("kept", text.String());
+	// The standard error listing gives classes in hexadecimal.
+	testing::internal::CaptureStderr();
+	catalogue.PrintToStream();
+	std::string printed = testing::internal::GetCapturedStderr();
+	EXPECT_EQ(0u, printed.find("pci 6, type Bridge\n"
+	                           "\tvendor <Intel Corporation>, desc <PIIX4 ISA Bridge>\n"));
+	EXPECT_NE(std::string::npos, printed.find("pci c, type Serial Bus\n"));
+	EXPECT_NE(std::string::npos, printed.find("pci ff, type Undefined\n"
+	                                          "\tvendor <Adaptec>, desc <Multiple SCSI "
+	                                          "channels>\n"));
 }
 
 
@@ -217,36 +213,8 @@ TEST_F(LibDeviceInfoTest, NextClassIdWalksFourteenRowsThenStops)
 }
 
 
-TEST_F(LibDeviceInfoTest, DevicesNeverCompareEqual)
-{
-	pciDevice device;
-	pciDevice copy(device);
-	EXPECT_FALSE(device == device);
-	EXPECT_FALSE(device == copy);
-
-	LinkList<pciDevice> list;
-	pciDevice* stored = new pciDevice;
-	list.Insert(stored);
-	EXPECT_EQ(nullptr, list.Get(stored));
-}
-
-
-TEST_F(LibDeviceInfoTest, ItemsCompareByClassOnly)
-{
-	pciItem display(3);
-	display.Type("Display");
-	pciItem other(3);
-	other.Type("Something else");
-	pciItem bridge(6);
-	bridge.Type("Display");
-	EXPECT_TRUE(display == other);
-	EXPECT_FALSE(display == bridge);
-}
-
-
 TEST_F(LibDeviceInfoTest, ItemAssignmentCopiesTheDevicesDeeply)
 {
-	UseBus("pci-catalog-mixed");
 	LibDeviceInfo catalogue;
 	pciItem* display = ItemOf(catalogue, 3);
 	ASSERT_NE(nullptr, display);
@@ -263,36 +231,4 @@ TEST_F(LibDeviceInfoTest, ItemAssignmentCopiesTheDevicesDeeply)
 	copy = copy;
 	EXPECT_EQ(2, copy.Devices().Size());
 	EXPECT_STREQ("Typed in", copy.Devices().Get(1)->Description());
-}
-
-
-TEST_F(LibDeviceInfoTest, ItemWritesTheReportFormat)
-{
-	UseBus("pci-catalog-mixed");
-	LibDeviceInfo catalogue;
-	pciItem* display = ItemOf(catalogue, 3);
-	ASSERT_NE(nullptr, display);
-	EXPECT_EQ("pci class = <3>, type = <Display>\n"
-	          "Vendor id <0x5333>, Device id <0x5631>, Vendor <S3,S3 Incorporated>, "
-	          "Device <Virge 3D GUI Accelerator>\n"
-	          "Vendor id <0x1097>, Device id <0x1234>, Vendor <Appian,Appian Technology>, "
-	          "Device <Unknown>\n"
-	          "\n",
-	          Written(*display));
-}
-
-
-TEST_F(LibDeviceInfoTest, PrintToStreamListsClassesInHexadecimal)
-{
-	UseBus("pci-catalog-mixed");
-	LibDeviceInfo catalogue;
-	testing::internal::CaptureStderr();
-	catalogue.PrintToStream();
-	std::string printed = testing::internal::GetCapturedStderr();
-	EXPECT_EQ(0u, printed.find("pci 6, type Bridge\n"
-	                           "\tvendor <Intel Corporation>, desc <PIIX4 ISA Bridge>\n"));
-	EXPECT_NE(std::string::npos, printed.find("pci c, type Serial Bus\n"));
-	EXPECT_NE(std::string::npos, printed.find("pci ff, type Undefined\n"
-	                                          "\tvendor <Adaptec>, desc <Multiple SCSI "
-	                                          "channels>\n"));
 }

