@@ -291,48 +291,50 @@ XattrRemove(const std::string& path, const char* name)
 }
 
 
-status_t
-FallbackGet(const std::string& key, const char* name, std::string* value)
+// The file that holds attribute name of the file keyed by key; create makes
+// the key's directory when it is missing.
+static status_t
+FallbackFile(const std::string& key, const char* name, bool create, std::string* path)
 {
 	std::string fileName;
 	status_t status = AttrFileName(name, &fileName);
 	if (status != B_OK)
 		return status;
 	std::string dir;
-	status = KeyDirectory(key, false, &dir);
+	status = KeyDirectory(key, create, &dir);
 	if (status != B_OK)
 		return status;
-	return ReadWholeFile(dir + "/" + fileName, value);
+	*path = dir + "/" + fileName;
+	return B_OK;
+}
+
+
+status_t
+FallbackGet(const std::string& key, const char* name, std::string* value)
+{
+	std::string path;
+	status_t status = FallbackFile(key, name, false, &path);
+	return status == B_OK ? ReadWholeFile(path, value) : status;
 }
 
 
 status_t
 FallbackSet(const std::string& key, const char* name, const std::string& value)
 {
-	std::string fileName;
-	status_t status = AttrFileName(name, &fileName);
-	if (status != B_OK)
-		return status;
-	std::string dir;
-	status = KeyDirectory(key, true, &dir);
-	if (status != B_OK)
-		return status;
-	return WriteFileAtomically(dir + "/" + fileName, value);
+	std::string path;
+	status_t status = FallbackFile(key, name, true, &path);
+	return status == B_OK ? WriteFileAtomically(path, value) : status;
 }
 
 
 status_t
 FallbackRemove(const std::string& key, const char* name)
 {
-	std::string fileName;
-	status_t status = AttrFileName(name, &fileName);
+	std::string path;
+	status_t status = FallbackFile(key, name, false, &path);
 	if (status != B_OK)
 		return status;
-	std::string dir;
-	status = KeyDirectory(key, false, &dir);
-	if (status != B_OK)
-		return status;
-	if (unlink((dir + "/" + fileName).c_str()) != 0)
+	if (unlink(path.c_str()) != 0)
 		return StatusFromErrno(errno);
 	return B_OK;
 }
