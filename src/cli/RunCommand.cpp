@@ -25,6 +25,7 @@
 #include <OS.h>
 
 #include "cli/Commands.h"
+#include "lib/LibBuildInfo.h"
 #include "engine/Benchmark.h"
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
@@ -318,6 +319,11 @@ void
 PrintJson(Results& results, int32 configurations, double wallSeconds)
 {
 	nlohmann::ordered_json record;
+	record["program"] = {{"name", "Quickstep"},
+	                     {"version", LibBuildVersion()},
+	                     {"commit", LibBuildCommit()},
+	                     {"compiler", LibBuildCompiler()},
+	                     {"flags", LibBuildFlags()}};
 	record["description"] = results.Description();
 	record["cpus"] = results.NbrCpus();
 	record["configurations"] = configurations;

@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
+#include "lib/LibBuildInfo.h"
 
 static const char* kUsage = "usage: quickstep-cli COMMAND [OPTIONS]  (see quickstep-cli --help)";
 
@@ -13,6 +14,8 @@ main(int argc, char** argv)
 	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?", "quickstep-cli"};
 	app.require_subcommand(1);
 	app.set_help_all_flag("--help-all", "Print help for every command");
+	app.set_version_flag("--version", LibBuildLine("quickstep-cli"),
+	                     "Print the version, commit and compiler, then exit");
 
 	CommandTable commands;
 	AddPlatformCommand(app, commands);
@@ -40,6 +43,8 @@ main(int argc, char** argv)
 	} catch (const CLI::CallForHelp& e) {
 		return app.exit(e);
 	} catch (const CLI::CallForAllHelp& e) {
+		return app.exit(e);
+	} catch (const CLI::CallForVersion& e) {
 		return app.exit(e);
 	} catch (const CLI::ParseError& e) {
 		fprintf(stderr, "%s\n", e.what());

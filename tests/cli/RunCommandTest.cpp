@@ -146,6 +146,10 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	EXPECT_NE(outcome.out.find("\"units\": \"files/second\""), std::string::npos);
 	EXPECT_EQ(outcome.out.find("Savage"), std::string::npos);
 	EXPECT_NE(outcome.out.find("\"devices\""), std::string::npos);
+	// The build that made the record, so that records of two builds differ.
+	EXPECT_NE(outcome.out.find("\"program\": {\n    \"name\": \"Quickstep\",\n    \"version\": "
+	                           "\"1.2.2\",\n    \"commit\": \""),
+	          std::string::npos);
 	EXPECT_NE(outcome.err.find("Testing Ackerman (cpu 1/"), std::string::npos) << outcome.err;
 	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
 	EXPECT_TRUE(TempEntries().empty());
@@ -156,6 +160,16 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
 	EXPECT_NE(file.find(";900:1000/"), std::string::npos) << file;
 	EXPECT_NE(file.find(";901:1000/"), std::string::npos) << file;
+}
+
+
+TEST_F(RunCommandTest, VersionNamesTheReleaseCommitAndCompiler)
+{
+	Outcome outcome = Run({"--version"});
+	EXPECT_EQ(outcome.exitStatus, 0);
+	EXPECT_EQ(outcome.out.rfind("quickstep-cli 1.2.2 (commit ", 0), 0u) << outcome.out;
+	EXPECT_EQ(outcome.out.find("commit unknown"), std::string::npos) << "built from a checkout";
+	EXPECT_NE(outcome.out.find(", GNU "), std::string::npos) << outcome.out;
 }
 
 
