@@ -75,6 +75,8 @@ private:
 	BStringView* fTimeText;
 	Benchmark fWorker;
 	AnimateCursor* fCursor;
+	// Runs started and not yet reported back with 'LThC'.
+	int32 fRunsGoing;
 };
 
 #endif // QUICKSTEP_WIN_H

@@ -25,8 +25,8 @@
 #include <OS.h>
 
 #include "cli/Commands.h"
-#include "lib/LibBuildInfo.h"
 #include "engine/Benchmark.h"
+#include "lib/LibBuildInfo.h"
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
 #include "results/Results.h"
@@ -253,14 +253,12 @@ private:
 		ssize_t written = write(STDERR_FILENO, kMessage, sizeof(kMessage) - 1);
 		(void)written;
 
-		// Stop whatever could switch a processor off or make a file again.
+		// Stop whatever could switch a processor off or make a file again,
+		// and remove what the disk tests made.
 		if (fStarted)
-			fBenchmark->Suspend();
-		for (const char* name : {"CreateThread", "RemoveThread"}) {
-			const thread_id thread = find_thread(name);
-			if (thread >= 0)
-				suspend_thread(thread);
-		}
+			fBenchmark->Abandon();
+		else
+			Benchmark::RemoveDiskFiles();
 
 		system_info info;
 		if (get_system_info(&info) == B_OK) {
@@ -268,15 +266,6 @@ private:
 				_kset_cpu_state_(cpu, true);
 		}
 
-		char directory[B_PATH_NAME_LENGTH] = "";
-		find_directory(B_COMMON_TEMP_DIRECTORY, 0, false, directory, sizeof(directory));
-		char path[B_PATH_NAME_LENGTH + 64];
-		snprintf(path, sizeof(path), "%s/quickstep_io_test", directory);
-		unlink(path);
-		for (int index = 0; index <= 999; index++) {
-			snprintf(path, sizeof(path), "%s/quickstep_lc_test.%d", directory, index);
-			unlink(path);
-		}
 		// The worker is parked mid-test: end the process without running
 		// anyone's destructors.
 		_exit(kExitInterrupted);

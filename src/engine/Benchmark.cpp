@@ -471,6 +471,37 @@ Benchmark::RunSieve()
 
 
 void
+Benchmark::Abandon()
+{
+	// The worker first, so it starts no further helper; then the helpers,
+	// which make and remove the files.
+	Suspend();
+	for (const char* name : {"CreateThread", "RemoveThread"}) {
+		thread_id helper = find_thread(name);
+		if (helper >= 0)
+			suspend_thread(helper);
+	}
+	RemoveDiskFiles();
+}
+
+
+void
+Benchmark::RemoveDiskFiles()
+{
+	char prefix[B_PATH_NAME_LENGTH + 32];
+	TempPath("quickstep_lc_test", prefix, sizeof(prefix));
+	// Room for the prefix, a dot and the index.
+	char path[sizeof(prefix) + 16];
+	TempPath("quickstep_io_test", path, sizeof(path));
+	unlink(path);
+	for (long index = 0; index <= kLifeCycleLast; index++) {
+		snprintf(path, sizeof(path), "%s.%ld", prefix, index);
+		unlink(path);
+	}
+}
+
+
+void
 Benchmark::RunFileIO()
 {
 	char* block = new char[kDiskBlock];

@@ -64,6 +64,15 @@ public:
 
 	void UpdateStatus(const char* name);
 
+	// Gives up a run in progress for good, as the program ends: the worker and
+	// the disk tests' helper threads are stopped where they are, so nothing
+	// more is written, and the disk tests' files are removed. Safe when no
+	// run is going. Any thread but the worker's.
+	void Abandon();
+	// Removes the disk tests' files from the temporary directory, whichever
+	// of them exist. Only unlink and formatting: safe on a signal thread.
+	static void RemoveDiskFiles();
+
 	void RunGraphics();
 	void RunStrings();
 	void RunMemory();
