@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <Application.h>
+#include <Errors.h>
 #include <Message.h>
 #include <Window.h>
 
@@ -18,6 +20,11 @@ LibApp::LibApp(const char* signature, const char* name, const char* buildDate)
 {
 	fHelp.SetSignature(signature);
 	AddHandler(&fHelp);
+	// Desktops group the windows, and match them to the desktop entry, by
+	// the program's name in lower case.
+	LibString windowClass(name);
+	windowClass.ToLower();
+	platform_set_window_class(windowClass.String());
 	AddHandler(&fTips);
 }
 
@@ -35,9 +42,13 @@ LibApp::ArgvReceived(int32 argc, char** argv)
 	if (argc <= 1 || strcmp(argv[1], "-help") != 0)
 		return;
 	if (argc == 3) {
-		fHelp.AddHelpFile(argv[2]);
+		status_t status = fHelp.AddHelpFile(argv[2]);
+		// A missing file has been named already; any other failure gets its
+		// reason, and scripts see the outcome in the exit status.
+		if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+			fprintf(stderr, "%s: %s\n", argv[2], strerror_status(status));
 		// Adding a help file is all this start was for: no window opens.
-		exit(0);
+		exit(status == B_OK ? 0 : 1);
 	}
 	fprintf(stderr, "Help file requred\n");
 }
