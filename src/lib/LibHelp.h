@@ -10,15 +10,17 @@ class LibHelp
 {
 public:
 	// Opens <documentation>/<name>/<name>SUM in the web browser, or tells the
-	// user (an error alert) that it is not installed.
+	// user (an error alert) that it is not installed or that the browser
+	// could not be started.
 	static status_t Show(const char* name);
 	// Where Show looks for the manual of name.
 	static LibString DocumentPath(const char* name);
 };
 
 // Hands link to the desktop's web browser (xdg-open, found along PATH) and
-// returns without waiting for it. B_ENTRY_NOT_FOUND when there is no browser
-// launcher.
-status_t WebLinkTo(const char* link);
+// returns without waiting for the browser. B_ENTRY_NOT_FOUND when there is
+// no browser launcher or it cannot be run; B_ERROR when it ends with a
+// failure within a second and a half, its exit status in exitStatus.
+status_t WebLinkTo(const char* link, int* exitStatus = nullptr);
 
 #endif // LIB_HELP_H
