@@ -4,7 +4,8 @@
 #include <MenuItem.h>
 #include <Message.h>
 
-const char* const MainMenuBar::kAppMenuLabel = "\xe2\x98\xb0"; // U+2630, a menu glyph
+// U+2261, a menu glyph that the sans faces of the platform all have.
+const char* const MainMenuBar::kAppMenuLabel = "\xe2\x89\xa1";
 
 
 MainMenuBar::MainMenuBar(BRect frame)

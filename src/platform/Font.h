@@ -3,6 +3,8 @@
 #ifndef FONT_H
 #define FONT_H
 
+#include <string>
+
 #include "SupportDefs.h"
 
 struct font_height {
@@ -40,6 +42,9 @@ public:
 	// (recording, tests) an estimate of 0.6 x size per character.
 	float StringWidth(const char* string) const;
 	float StringWidth(const char* string, int32 length) const;
+	// string cut at its end so that, followed by an ellipsis, it is no wider
+	// than width (whole characters only); string itself when it fits.
+	std::string Truncated(const char* string, float width) const;
 	// Ascent, descent and leading in pixels; estimated without a display.
 	void GetHeight(font_height* height) const;
 

@@ -189,6 +189,12 @@ public:
 	float StringWidth(const char* string, int32 length) const;
 	void GetFontHeight(font_height* height) const;
 
+	// The text shown while the pointer rests on the view; null or empty for
+	// none. Any thread.
+	void SetToolTip(const char* text);
+	// The view's tool tip, or "" without one.
+	const char* ToolTipText() const;
+
 	void MovePenTo(BPoint where);
 	void MovePenTo(float x, float y);
 	void MovePenBy(float dx, float dy);

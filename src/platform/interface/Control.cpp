@@ -6,6 +6,7 @@
 #include "Message.h"
 #include "Window.h"
 #include "interface/UIThread.h"
+#include "interface/Widgets.h"
 
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,
@@ -148,7 +149,7 @@ BControl::NativeChanged()
 void
 BControl::InstallNative(Fl_Widget* widget)
 {
-	widget->labelsize(12);
+	widget->labelsize(platform_interface::NativeTextSize());
 	widget->callback(NativeCallback, this);
 	SetNativeWidget(widget);
 	UpdateNative();

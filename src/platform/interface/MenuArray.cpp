@@ -8,6 +8,7 @@
 #include "InterfaceDefs.h"
 #include "Menu.h"
 #include "MenuItem.h"
+#include "interface/Widgets.h"
 
 namespace platform_interface {
 
@@ -49,7 +50,7 @@ AddItems(const BMenu* menu, MenuArray* array, bool showMarks)
 		array->labels.push_back(item->Label());
 		Fl_Menu_Item entry = {};
 		entry.text = array->labels.back().c_str();
-		entry.labelsize_ = 12;
+		entry.labelsize_ = platform_interface::NativeTextSize();
 		if (!item->IsEnabled())
 			entry.flags |= FL_MENU_INACTIVE;
 		if (item->Submenu() != nullptr) {

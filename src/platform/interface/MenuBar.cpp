@@ -14,6 +14,7 @@
 #include "Window.h"
 #include "interface/MenuArray.h"
 #include "interface/UIThread.h"
+#include "interface/Widgets.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layo
 	native->box(FL_FLAT_BOX);
 	rgb_color color = ui_color(B_MENU_BACKGROUND_COLOR);
 	native->color(fl_rgb_color(color.red, color.green, color.blue));
-	native->textsize(12);
+	native->textsize(platform_interface::NativeTextSize());
 	SetNativeWidget(native);
 	Rebuild();
 }

@@ -11,6 +11,7 @@
 #include "PopUpMenu.h"
 #include "interface/MenuArray.h"
 #include "interface/UIThread.h"
+#include "interface/Widgets.h"
 
 namespace {
 
@@ -47,8 +48,8 @@ BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* 
 	if (!fLabel.empty())
 		fDivider = StringWidth(fLabel.c_str()) + 6;
 	NativeChoice* native = new NativeChoice;
-	native->textsize(12);
-	native->labelsize(12);
+	native->textsize(platform_interface::NativeTextSize());
+	native->labelsize(platform_interface::NativeTextSize());
 	native->down_box(FL_BORDER_BOX);
 	SetNativeWidget(native);
 	if (fMenu != nullptr)

@@ -8,6 +8,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include "interface/Widgets.h"
 #include <cmath>
 #include <map>
 #include <memory>
@@ -22,16 +23,6 @@ Painter::~Painter()
 
 
 namespace {
-
-Fl_Font
-FltkFontOf(const BFont& font)
-{
-	bool bold = font.Kind() == B_BOLD_FONT_KIND || (font.Face() & B_BOLD_FACE) != 0;
-	bool italic = (font.Face() & B_ITALIC_FACE) != 0;
-	Fl_Font base = font.Kind() == B_FIXED_FONT_KIND ? FL_COURIER : FL_HELVETICA;
-	return base + (bold ? FL_BOLD : 0) + (italic ? FL_ITALIC : 0);
-}
-
 
 class Fltk : public Painter
 {
@@ -110,7 +101,7 @@ public:
 
 	float String(const char* string, int length, int x, int y, const BFont& font) override
 	{
-		fl_font(FltkFontOf(font), static_cast<Fl_Fontsize>(std::lround(font.Size())));
+		platform_interface::SetFltkFont(font);
 		fl_draw(string, length, x, y);
 		return static_cast<float>(fl_width(string, length));
 	}

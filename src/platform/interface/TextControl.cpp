@@ -1,5 +1,6 @@
 #include "TextControl.h"
 
+#include "interface/Widgets.h"
 #include <FL/Fl_Group.H>
 #include <FL/Fl_Input.H>
 
@@ -12,7 +13,7 @@ BTextControl::BTextControl(BRect frame, const char* name, const char* label, con
 	if (label != nullptr && label[0] != '\0')
 		fDivider = StringWidth(label) + 6;
 	Fl_Input* native = new Fl_Input(0, 0, 1, 1);
-	native->textsize(12);
+	native->textsize(platform_interface::NativeTextSize());
 	native->when(FL_WHEN_RELEASE | FL_WHEN_ENTER_KEY);
 	InstallNative(native);
 	native->value(fText.c_str());

@@ -996,6 +996,27 @@ BView::GetFontHeight(font_height* height) const
 
 
 void
+BView::SetToolTip(const char* text)
+{
+	const char* current = fWidget->tooltip();
+	if ((text == nullptr || text[0] == '\0') && current == nullptr)
+		return;
+	if (text != nullptr && current != nullptr && strcmp(text, current) == 0)
+		return;
+	platform_interface::UIGuard guard;
+	fWidget->copy_tooltip(text != nullptr && text[0] != '\0' ? text : nullptr);
+}
+
+
+const char*
+BView::ToolTipText() const
+{
+	const char* text = fWidget->tooltip();
+	return text != nullptr ? text : "";
+}
+
+
+void
 BView::MovePenTo(BPoint where)
 {
 	fPenLocation = where;

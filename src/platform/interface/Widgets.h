@@ -2,11 +2,13 @@
 #ifndef PLATFORM_INTERFACE_WIDGETS_H
 #define PLATFORM_INTERFACE_WIDGETS_H
 
+#include <FL/Enumerations.H>
 #include <FL/Fl_Double_Window.H>
 #include <FL/Fl_Group.H>
 
 #include "GraphicsDefs.h"
 
+class BFont;
 class BView;
 class BWindow;
 
@@ -54,6 +56,22 @@ bool InsideDraw();
 void SetFltkColor(rgb_color color);
 // BeOS key state of the current FLTK event.
 int32 CurrentModifiers();
+
+// The FLTK face and pixel size that draw a BFont. The sans faces are
+// Liberation Sans (Helvetica's widths, which the program's layouts assume),
+// at the largest size not above the one asked for whose digits are no wider
+// than Helvetica's; without a display the size asked for.
+Fl_Font FltkFont(const BFont& font);
+Fl_Fontsize FltkFontSize(Fl_Font face, float size);
+Fl_Fontsize FltkFontSize(const BFont& font);
+// fl_font with both.
+void SetFltkFont(const BFont& font);
+// The size of labels and menus of native widgets (the plain font's).
+inline Fl_Fontsize
+NativeTextSize()
+{
+	return FltkFontSize(FL_HELVETICA, 12);
+}
 
 } // namespace platform_interface
 
