@@ -3,11 +3,14 @@
 #include <cstdio>
 #include <cstring>
 
+#include <Application.h>
+#include <Bitmap.h>
 #include <Message.h>
 
 #include "app/QuickstepWin.h"
 #include "lib/LibAppVersion.h"
 #include "lib/LibHelp.h"
+#include "results/ProcessorIcons.h"
 
 const char* const QuickstepApp::kSignature = "application/x-vnd.Kestrelware.QStp";
 
@@ -18,6 +21,12 @@ QuickstepApp::QuickstepApp()
 	// The executable always carries the version it is.
 	LibSetAppVersion(1, 2, 2, "BeOS benchmark",
 	                 "Quickstep 1.2.2: processor, memory, disk and graphics benchmark", 5, 0);
+
+	// The processor chip of the comparison rows stands for the program in
+	// task bars and window lists.
+	BBitmap icon(BRect(0, 0, 15, 15), B_CMAP8);
+	icon.SetBits(Processor, kProcessorIconSize, 0, B_CMAP8);
+	platform_set_window_icon(&icon);
 }
 
 

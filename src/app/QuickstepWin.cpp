@@ -115,10 +115,12 @@ QuickstepWin::QuickstepWin(bool allowCompareSave)
                 B_NORMAL_WINDOW_FEEL, B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE,
                 B_CURRENT_WORKSPACE),
       fWarned(false), fAllowCompareSave(allowCompareSave), fMenuBar(nullptr), fBackground(nullptr),
-      fResultsWin(nullptr), fTimeBox(nullptr), fTimeText(nullptr), fCursor(nullptr)
+      fResultsWin(nullptr), fTimeBox(nullptr), fTimeText(nullptr), fCursor(nullptr), fRunsGoing(0)
 {
 	Lock();
 	SetTitle("Quickstep");
+	// The program's other windows open beside this one, not over it.
+	SetMainWindow(this);
 
 	BRect bounds = Bounds();
 	fMenuBar = new MainMenuBar(BRect(0, 0, bounds.right, 0));
@@ -181,7 +183,10 @@ QuickstepWin::QuickstepWin(bool allowCompareSave)
 QuickstepWin::~QuickstepWin()
 {
 	// fWorker goes with the members after this body: its destructor kills a
-	// worker thread that is still running.
+	// worker thread that is still running. Killing alone would leave the disk
+	// tests' helpers writing files into the temporary directory.
+	if (fRunsGoing > 0)
+		fWorker.Abandon();
 	if (fCursor->IsRunning())
 		fCursor->Quit();
 	delete fCursor;
@@ -266,6 +271,7 @@ QuickstepWin::StartTest()
 
 	// Nothing stops a second start while a run is going: it starts another
 	// worker thread over the same record. Kept as it is.
+	fRunsGoing++;
 	fWorker.Go("benchmark", new BMessenger(this), 20);
 }
 
@@ -329,6 +335,8 @@ QuickstepWin::SetDescription()
 void
 QuickstepWin::BenchmarkChange()
 {
+	if (fRunsGoing > 0)
+		fRunsGoing--;
 	fCursor->Quit();
 	Lock();
 	fTimeBox->SetLabel(kEstimateLabel);

@@ -4,10 +4,35 @@
 
 #include <AppDefs.h>
 #include <Application.h>
+#include <Button.h>
 #include <InterfaceDefs.h>
+#include <Menu.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
 #include <Message.h>
 #include <Screen.h>
 #include <View.h>
+
+BWindow* LibWindow::sMainWindow = nullptr;
+
+namespace {
+
+bool
+Overlap(const BRect& a, const BRect& b)
+{
+	return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
+}
+
+
+// A content frame grown by the title bar above it and a margin around.
+BRect
+Decorated(const BRect& frame, float margin)
+{
+	return BRect(frame.left - margin, frame.top - margin - kLibTitleAllowance, frame.right + margin,
+	             frame.bottom + margin);
+}
+
+} // namespace
 
 
 LibWindow::LibWindow(BRect frame, const char* name, window_look look, window_feel feel,
@@ -26,6 +51,55 @@ LibWindow::LibWindow(BRect frame, const char* name, window_type type, uint32 fla
 
 LibWindow::~LibWindow()
 {
+	if (sMainWindow == this)
+		sMainWindow = nullptr;
+}
+
+
+void
+LibWindow::SetMainWindow(BWindow* window)
+{
+	sMainWindow = window;
+}
+
+
+BWindow*
+LibWindow::MainWindow()
+{
+	return sMainWindow;
+}
+
+
+void
+LibWindow::AvoidMainWindow(BRect& rect) const
+{
+	if (sMainWindow == nullptr || sMainWindow == this)
+		return;
+	BScreen screen;
+	if (!screen.IsValid())
+		return;
+	// Frames are content areas: the title bars and borders around them need
+	// the room of the margins.
+	BRect main = Decorated(sMainWindow->Frame(), kLibScreenMargin);
+	if (!Overlap(Decorated(rect, 0), main))
+		return;
+
+	float width = rect.Width();
+	float height = rect.Height();
+	BRect candidates[4] = {
+	    BRect(main.right + 1, rect.top, main.right + 1 + width, rect.top + height),
+	    BRect(main.left - 1 - width, rect.top, main.left - 1, rect.top + height),
+	    BRect(rect.left, main.bottom + 1 + kLibTitleAllowance, rect.right,
+	          main.bottom + 1 + kLibTitleAllowance + height),
+	    BRect(rect.left, main.top - 1 - height, rect.right, main.top - 1),
+	};
+	for (BRect candidate : candidates) {
+		LibFitInScreen(candidate);
+		if (!Overlap(Decorated(candidate, 0), main)) {
+			rect = candidate;
+			return;
+		}
+	}
 }
 
 
@@ -44,6 +118,7 @@ LibWindow::SetPosition(int32 position, BWindow* reference)
 	}
 	BRect placed = LibPositionRect(frame, position, area);
 	LibFitInScreen(placed);
+	AvoidMainWindow(placed);
 	if (placed.Width() != frame.Width() || placed.Height() != frame.Height())
 		ResizeTo(placed.Width(), placed.Height());
 	if (placed.LeftTop() != frame.LeftTop())
@@ -54,9 +129,53 @@ LibWindow::SetPosition(int32 position, BWindow* reference)
 void
 LibWindow::Pop()
 {
-	if (IsHidden())
+	if (IsHidden()) {
+		// The main window may have moved since this one was placed.
+		BRect frame = Frame();
+		BRect placed = frame;
+		LibFitInScreen(placed);
+		AvoidMainWindow(placed);
+		if (placed.LeftTop() != frame.LeftTop())
+			MoveTo(placed.LeftTop());
 		Show();
+	}
 	Activate();
+}
+
+
+void
+LibWindow::MessageReceived(BMessage* message)
+{
+	if (message->what == B_CLOSE_ATTEMPTED) {
+		TakeWayOut(false);
+		return;
+	}
+	BWindow::MessageReceived(message);
+}
+
+
+bool
+LibWindow::TakeWayOut(bool escape)
+{
+	if ((Flags() & B_NOT_CLOSABLE) == 0) {
+		PostMessage(B_QUIT_REQUESTED);
+		return true;
+	}
+	BButton* cancel = dynamic_cast<BButton*>(FindView("cancel"));
+	if (cancel != nullptr && cancel->IsEnabled()) {
+		cancel->Invoke();
+		return true;
+	}
+	// Escape never ends the program: only the window manager's close does,
+	// as the menu's own command.
+	BMenuBar* bar = KeyMenuBar();
+	if (escape || bar == nullptr)
+		return false;
+	BMenuItem* quit = bar->FindItem(B_QUIT_REQUESTED);
+	if (quit == nullptr || !quit->IsEnabled())
+		return false;
+	quit->Invoke();
+	return true;
 }
 
 
@@ -65,6 +184,11 @@ LibWindow::DispatchMessage(BMessage* message, BHandler* handler)
 {
 	int32 key = 0;
 	int32 modifiers = 0;
+	int32 rawChar = 0;
+	if (message->what == B_KEY_DOWN && message->FindInt32("raw_char", &rawChar) == B_OK &&
+	    rawChar == B_ESCAPE && message->FindInt32("modifiers", &modifiers) == B_OK &&
+	    (modifiers & (B_SHIFT_KEY | B_COMMAND_KEY | B_OPTION_KEY)) == 0 && TakeWayOut(true))
+		return;
 	if (message->what == B_KEY_DOWN && message->FindInt32("key", &key) == B_OK &&
 	    message->FindInt32("modifiers", &modifiers) == B_OK && key == B_F1_KEY &&
 	    (modifiers & B_SHIFT_KEY) != 0) {

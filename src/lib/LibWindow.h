@@ -13,7 +13,13 @@
 // and kLibTitleAllowance more at the top for the window's title bar (frames
 // are content areas). 0 or any other number leaves the window where it is.
 // Whatever the position, the window then ends up inside the screen (see
-// LibFitInScreen).
+// LibFitInScreen), and, when the program has a main window, beside it rather
+// than over it (see AvoidMainWindow).
+//
+// Keys and closing: Escape closes a closable window; a window that is not
+// closable takes its own way out instead, on Escape or when a window manager
+// closes it anyway: its "cancel" button, else its menu's quit command (for
+// the main window only when the window manager closes it).
 #ifndef LIB_WINDOW_H
 #define LIB_WINDOW_H
 
@@ -52,8 +58,20 @@ public:
 	// reference's frame when one is given. Any thread, window unlocked or
 	// locked.
 	void SetPosition(int32 position, BWindow* reference = nullptr);
-	// Shows the window if hidden, activates it and brings it to the front.
+	// Shows the window if hidden (moved off the main window when it would
+	// cover it), activates it and brings it to the front.
 	void Pop();
+
+	// The window that the program's other windows keep clear of; null for
+	// none. Set by the main window for itself; cleared when it goes.
+	static void SetMainWindow(BWindow* window);
+	static BWindow* MainWindow();
+	// Moves rect, a frame for this window, beside the main window (right of
+	// it, else left, else below, else above) when it would cover it and the
+	// screen has room there. No main window, or this one: unchanged.
+	void AvoidMainWindow(BRect& rect) const;
+
+	void MessageReceived(BMessage* message) override;
 
 	// Shift+F1 (key code 2) over a view: posts 'help' to the application with
 	// string "window" (this window's name) and one string "view" per view from
@@ -62,6 +80,12 @@ public:
 	void DispatchMessage(BMessage* message, BHandler* handler) override;
 	// May add to the help request made for view; true adds it under "inserts".
 	virtual bool InsertHelpRequest(BView* view, BMessage* message);
+
+private:
+	// Escape or a window manager's close: see above. True when acted on.
+	bool TakeWayOut(bool escape);
+
+	static BWindow* sMainWindow;
 };
 
 // Moves rect so that it lies inside the main screen, with kLibTitleAllowance

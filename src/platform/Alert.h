@@ -7,7 +7,10 @@
 //
 // A button posts 'ALTB' with int32 "which" to the alert; BAlert's
 // MessageReceived closes the alert on it, so subclasses may look at the
-// message first and then pass it on.
+// message first and then pass it on. Escape, and a window manager's close,
+// choose the first button: the cancelling choice ("No", "Abort"), or the
+// only one. The alert opens centred over the program's window that last had
+// the user's attention, else on the screen, and always inside the screen.
 #ifndef ALERT_H
 #define ALERT_H
 
@@ -56,6 +59,7 @@ public:
 	void MessageReceived(BMessage* message) override;
 	void DispatchMessage(BMessage* message, BHandler* handler) override;
 	bool QuitRequested() override;
+	void Show() override;
 
 	struct Answer;
 

@@ -18,6 +18,7 @@
 #include "Messenger.h"
 #include "StorageDefs.h"
 
+class BBitmap;
 class BWindow;
 
 struct app_info {
@@ -92,5 +93,13 @@ extern BMessenger be_app_messenger;
 // Whether an X display can be opened (the DISPLAY variable names a server
 // that answers). Also prepares Xlib for threads; call it first in main.
 bool platform_display_available();
+
+// How every window of the program presents itself to the desktop: the
+// WM_CLASS instance name (the class name is the same with a capital first
+// letter), and the icon of task bars and window lists, a B_CMAP8 or B_RGB32
+// bitmap that is copied and offered at its own size and at two and three
+// times it. Set both before the first window is shown; null icon: none.
+void platform_set_window_class(const char* name);
+void platform_set_window_icon(const BBitmap* icon);
 
 #endif // APPLICATION_H

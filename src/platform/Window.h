@@ -12,8 +12,14 @@
 // A window starts hidden and unlocked; Run starts dispatching (no thread is
 // started: Thread() answers the interface thread's id). Quit deletes the
 // window on the interface thread; called from another thread it waits until
-// that is done. The close box posts B_QUIT_REQUESTED (ignored with
-// B_NOT_CLOSABLE); QuitRequested answering true quits.
+// that is done. The close box posts B_QUIT_REQUESTED; QuitRequested
+// answering true quits. A window with B_NOT_CLOSABLE asks the window manager
+// not to offer closing (Motif hints); where one offers it anyway, the window
+// gets B_CLOSE_ATTEMPTED instead and may act on it (BWindow ignores it).
+//
+// On the desktop every window carries the program's WM_CLASS and icon (see
+// platform_set_window_class) and its flags as Motif hints; modal windows are
+// dialogs to the window manager.
 //
 // Keys: a key that no control and no menu shortcut takes is posted as
 // B_KEY_DOWN, with int32 "key" (the BeOS key code: 1 Escape, 2 F1 ... 13 F12,
@@ -92,6 +98,9 @@ enum {
 	B_ASYNCHRONOUS_CONTROLS = 0x00080000,
 	B_QUIT_ON_WINDOW_CLOSE = 0x00100000,
 };
+
+// The user closed a B_NOT_CLOSABLE window through the window manager.
+const uint32 B_CLOSE_ATTEMPTED = '_CLA';
 
 enum {
 	B_CURRENT_WORKSPACE = 0,
@@ -189,6 +198,9 @@ private:
 	bool HandleKey(int event);
 	void UpdateMouseView(int windowX, int windowY);
 	void ApplySizeRange();
+	// The window manager's view of the flags; on the interface thread, once
+	// the window is on the display and after FLTK rewrites its own hints.
+	void ApplyDesktopHints();
 	void ViewRemoved(BView* view);
 	void LayoutChildren(float dx, float dy);
 

@@ -17,6 +17,7 @@
 #include "TextView.h"
 #include "View.h"
 #include "interface/UIThread.h"
+#include "interface/Widgets.h"
 
 struct BAlert::Answer {
 	std::mutex mutex;
@@ -147,12 +148,43 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 	}
 	if (fButtonCount > 0)
 		fButtons[fButtonCount - 1]->MakeDefault(true);
+}
 
-	BScreen screen;
-	if (screen.IsValid()) {
-		BRect frame = screen.Frame();
-		MoveTo(std::floor((frame.Width() - kAlertWidth) / 2), std::floor(frame.Height() / 4));
+
+// Over the window the user was last busy with: FLTK keeps its shown windows
+// with the one that last had an event first.
+void
+BAlert::Show()
+{
+	if (IsHidden()) {
+		platform_interface::RunOnUIThread([this] {
+			BScreen screen;
+			if (!screen.IsValid())
+				return;
+			BRect area = screen.Frame();
+			BRect over = area;
+			for (Fl_Window* window = Fl::first_window(); window != nullptr;
+			     window = Fl::next_window(window)) {
+				auto* widget = dynamic_cast<platform_interface::WindowWidget*>(window);
+				if (widget == nullptr || widget->Window() == this || !window->visible() ||
+				    dynamic_cast<BAlert*>(widget->Window()) != nullptr)
+					continue;
+				over = widget->Window()->Frame();
+				break;
+			}
+			BRect frame = Frame();
+			float left = std::floor(over.left + (over.Width() - frame.Width()) / 2);
+			float top = std::floor(over.top + (over.Height() - frame.Height()) / 2);
+			if (over == area)
+				top = std::floor(area.Height() / 4);
+			// Inside the screen, with room for a title bar above.
+			const float kTitle = 24;
+			left = std::max(area.left, std::min(left, area.right - frame.Width()));
+			top = std::max(area.top + kTitle, std::min(top, area.bottom - frame.Height()));
+			MoveTo(left, top);
+		});
 	}
+	BWindow::Show();
 }
 
 
@@ -225,6 +257,10 @@ BAlert::Go(BInvoker* invoker)
 void
 BAlert::MessageReceived(BMessage* message)
 {
+	if (message->what == B_CLOSE_ATTEMPTED && fButtonCount > 0) {
+		fButtons[0]->Invoke();
+		return;
+	}
 	if (message->what != B_ALERT_BUTTON_MESSAGE) {
 		BWindow::MessageReceived(message);
 		return;
@@ -257,6 +293,10 @@ BAlert::DispatchMessage(BMessage* message, BHandler* handler)
 		message->FindInt32("raw_char", &rawChar);
 		message->FindInt32("modifiers", &modifiers);
 		if ((modifiers & (B_COMMAND_KEY | B_OPTION_KEY)) == 0) {
+			if (rawChar == B_ESCAPE && fButtonCount > 0) {
+				fButtons[0]->Invoke();
+				return;
+			}
 			for (int32 i = 0; i < fButtonCount; i++) {
 				if (fShortcuts[i] != 0 &&
 				    tolower(static_cast<unsigned char>(fShortcuts[i])) == tolower(rawChar)) {

@@ -7,11 +7,16 @@
 #include <X11/Xlib.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstring>
+#include <memory>
+#include <string>
 
 #include "AppDefs.h"
 #include "AppFileInfo.h"
+#include "Bitmap.h"
+#include "InterfaceDefs.h"
 #include "Message.h"
 #include "Path.h"
 #include "Window.h"
@@ -45,6 +50,64 @@ platform_display_available()
 		return false;
 	XCloseDisplay(display);
 	return true;
+}
+
+
+void
+platform_set_window_class(const char* name)
+{
+	// FLTK keeps the pointer, and makes the class name from it.
+	static std::string sName;
+	sName = name != nullptr ? name : "";
+	Fl_Window::default_xclass(sName.empty() ? nullptr : sName.c_str());
+}
+
+
+void
+platform_set_window_icon(const BBitmap* icon)
+{
+	static const int kScales = 3;
+	static std::vector<uchar> sPixels[kScales];
+	static std::unique_ptr<Fl_RGB_Image> sImages[kScales];
+
+	if (icon == nullptr || icon->InitCheck() != B_OK ||
+	    (icon->ColorSpace() != B_CMAP8 && icon->ColorSpace() != B_RGB32)) {
+		Fl_Window::default_icons(nullptr, 0);
+		return;
+	}
+	int width = static_cast<int>(icon->Bounds().Width()) + 1;
+	int height = static_cast<int>(icon->Bounds().Height()) + 1;
+	const uint8* bits = static_cast<const uint8*>(icon->Bits());
+	const color_map* palette = system_colors();
+	const Fl_RGB_Image* images[kScales];
+	for (int scale = 1; scale <= kScales; scale++) {
+		std::vector<uchar>& pixels = sPixels[scale - 1];
+		pixels.assign(static_cast<size_t>(width * scale) * height * scale * 4, 0);
+		for (int y = 0; y < height * scale; y++) {
+			const uint8* row = bits + (y / scale) * icon->BytesPerRow();
+			for (int x = 0; x < width * scale; x++) {
+				uchar* out = &pixels[(static_cast<size_t>(y) * width * scale + x) * 4];
+				if (icon->ColorSpace() == B_CMAP8) {
+					rgb_color color = palette->color_list[row[x / scale]];
+					out[0] = color.red;
+					out[1] = color.green;
+					out[2] = color.blue;
+					out[3] = color.alpha;
+				} else {
+					// B_RGB32 is blue, green, red, unused in memory.
+					const uint8* pixel = row + (x / scale) * 4;
+					out[0] = pixel[2];
+					out[1] = pixel[1];
+					out[2] = pixel[0];
+					out[3] = 255;
+				}
+			}
+		}
+		sImages[scale - 1] =
+		    std::make_unique<Fl_RGB_Image>(pixels.data(), width * scale, height * scale, 4);
+		images[scale - 1] = sImages[scale - 1].get();
+	}
+	Fl_Window::default_icons(images, kScales);
 }
 
 

@@ -12,7 +12,6 @@ BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage*
 	native->box(FL_FLAT_BOX);
 	native->down_box(FL_DOWN_BOX);
 	native->selection_color(FL_FOREGROUND_COLOR);
-	native->clear_visible_focus();
 	InstallNative(native);
 }
 

@@ -2,6 +2,7 @@
 
 #include <FL/Fl.H>
 #include <FL/x.H>
+#include <X11/Xatom.h>
 
 #include <algorithm>
 #include <cctype>
@@ -115,8 +116,10 @@ CloseCallback(Fl_Widget* widget, void*)
 	if (Fl::event() == FL_SHORTCUT && Fl::event_key() == FL_Escape)
 		return;
 	BWindow* window = static_cast<WindowWidget*>(widget)->Window();
-	if ((window->Flags() & B_NOT_CLOSABLE) != 0)
+	if ((window->Flags() & B_NOT_CLOSABLE) != 0) {
+		window->PostMessage(B_CLOSE_ATTEMPTED);
 		return;
+	}
 	window->PostMessage(B_QUIT_REQUESTED);
 }
 
@@ -445,6 +448,7 @@ BWindow::Show()
 		else if (fFeel != B_NORMAL_WINDOW_FEEL)
 			fWidget->set_non_modal();
 		fWidget->show();
+		ApplyDesktopHints();
 	});
 }
 
@@ -693,6 +697,7 @@ BWindow::ResizeTo(float width, float height)
 			fWidget->size_range(newWidth, newHeight, newWidth, newHeight);
 		fWidget->size(newWidth, newHeight);
 		fWidget->fProgramResize = false;
+		ApplyDesktopHints();
 	});
 }
 
@@ -721,6 +726,7 @@ BWindow::ApplySizeRange()
 {
 	if ((fFlags & B_NOT_RESIZABLE) != 0) {
 		fWidget->size_range(fWidget->w(), fWidget->h(), fWidget->w(), fWidget->h());
+		ApplyDesktopHints();
 		return;
 	}
 	int minWidth = std::max(1, Pixel(fMinWidth) + 1);
@@ -732,6 +738,69 @@ BWindow::ApplySizeRange()
 	if ((fFlags & B_NOT_V_RESIZABLE) != 0)
 		minHeight = maxHeight = fWidget->h();
 	fWidget->size_range(minWidth, minHeight, maxWidth, maxHeight);
+	ApplyDesktopHints();
+}
+
+
+// Motif hints say which functions and decorations the window manager should
+// offer; FLTK writes its own (resizing only) whenever the size range changes,
+// so they are written again after it. Modal windows are dialogs.
+void
+BWindow::ApplyDesktopHints()
+{
+	if (fl_display == nullptr || !fWidget->shown())
+		return;
+	Window xid = fl_xid(fWidget);
+	if (xid == 0)
+		return;
+	enum {
+		kHintFunctions = 1,
+		kHintDecorations = 2,
+		kFunctionResize = 2,
+		kFunctionMove = 4,
+		kFunctionMinimize = 8,
+		kFunctionMaximize = 16,
+		kFunctionClose = 32,
+		kDecorationBorder = 2,
+		kDecorationResize = 4,
+		kDecorationTitle = 8,
+		kDecorationMenu = 16,
+		kDecorationMinimize = 32,
+		kDecorationMaximize = 64,
+	};
+	// What is offered, listed: not every window manager understands the
+	// "all but" form that FLTK writes.
+	long functions = kFunctionMove;
+	long decorations = kDecorationBorder | kDecorationTitle | kDecorationMenu;
+	bool resizable = (fFlags & B_NOT_RESIZABLE) == 0;
+	if (resizable) {
+		functions |= kFunctionResize;
+		decorations |= kDecorationResize;
+	}
+	if (resizable && (fFlags & B_NOT_ZOOMABLE) == 0) {
+		functions |= kFunctionMaximize;
+		decorations |= kDecorationMaximize;
+	}
+	if ((fFlags & B_NOT_MINIMIZABLE) == 0) {
+		functions |= kFunctionMinimize;
+		decorations |= kDecorationMinimize;
+	}
+	if ((fFlags & B_NOT_CLOSABLE) == 0)
+		functions |= kFunctionClose;
+	if (fLook == B_NO_BORDER_WINDOW_LOOK || fLook == B_BORDERED_WINDOW_LOOK)
+		decorations = 0;
+	long motif[5] = {kHintFunctions | kHintDecorations, functions, decorations, 0, 0};
+	Atom motifHints = XInternAtom(fl_display, "_MOTIF_WM_HINTS", False);
+	XChangeProperty(fl_display, xid, motifHints, motifHints, 32, PropModeReplace,
+	                reinterpret_cast<unsigned char*>(motif), 5);
+
+	bool modal = fFeel == B_MODAL_APP_WINDOW_FEEL || fFeel == B_MODAL_ALL_WINDOW_FEEL ||
+	             fFeel == B_MODAL_SUBSET_WINDOW_FEEL;
+	Atom type = XInternAtom(fl_display, "_NET_WM_WINDOW_TYPE", False);
+	Atom kind = XInternAtom(
+	    fl_display, modal ? "_NET_WM_WINDOW_TYPE_DIALOG" : "_NET_WM_WINDOW_TYPE_NORMAL", False);
+	XChangeProperty(fl_display, xid, type, XA_ATOM, 32, PropModeReplace,
+	                reinterpret_cast<unsigned char*>(&kind), 1);
 }
 
 
