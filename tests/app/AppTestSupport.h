@@ -74,6 +74,17 @@ CloseMainWindow(QuickstepWin* window)
 	window->Quit();
 }
 
+// Whether two windows' frames, grown by a title bar above, overlap.
+inline bool
+FramesOverlap(BWindow* one, BWindow* other)
+{
+	const float kTitle = 24;
+	BRect a = one->Frame();
+	BRect b = other->Frame();
+	return a.left <= b.right && b.left <= a.right && a.top - kTitle <= b.bottom &&
+	       b.top - kTitle <= a.bottom;
+}
+
 // Runs the interface loop until done answers true or seconds pass.
 inline bool
 RunUntil(const std::function<bool()>& done, double seconds)

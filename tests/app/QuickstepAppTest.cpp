@@ -327,9 +327,31 @@ TEST(QuickstepProgramTest, HelpOptionStoresTheFileAndEndsWithoutAWindow)
 	EXPECT_EQ(std::string(static_cast<const char*>(data), length),
 	          "<CONTENTS><Start PAGE=\"start\">Start</Start></CONTENTS>");
 
+	// Failures end with status 1 and say why; storing needs no display.
 	outcome = RunProgram(program, "-help " + temp.Path("missing.help"), env);
-	EXPECT_EQ(outcome.status, 0);
+	EXPECT_EQ(outcome.status, 1);
 	EXPECT_EQ(outcome.err, temp.Path("missing.help") + " does not exist\n");
+	outcome = RunProgram(program, "-help " + help, "env -u DISPLAY " + env);
+	EXPECT_EQ(outcome.status, 0) << outcome.err;
+	EXPECT_EQ(outcome.err, help + " added to application\n");
+}
+
+TEST(QuickstepProgramTest, UsageAndVersionAnswerWithoutAWindow)
+{
+	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
+	for (const char* option : {"--help", "-h", "--version"}) {
+		std::string command = "env -u DISPLAY " + program + " " + option + " 2>&1";
+		FILE* pipe = popen(command.c_str(), "r");
+		ASSERT_NE(pipe, nullptr);
+		std::string out;
+		char buffer[512];
+		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
+			out += buffer;
+		int status = pclose(pipe);
+		EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << option << ": " << out;
+		const char* expected = strcmp(option, "--version") == 0 ? "1.2.2" : "usage: quickstep";
+		EXPECT_NE(out.find(expected), std::string::npos) << option << ": " << out;
+	}
 }
 
 TEST(QuickstepProgramTest, QuitShortcutEndsTheProgram)

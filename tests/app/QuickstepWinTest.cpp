@@ -2,14 +2,17 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <dirent.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <Box.h>
 #include <CheckBox.h>
+#include <FindDirectory.h>
 #include <ListView.h>
 #include <Menu.h>
 #include <MenuBar.h>
@@ -21,6 +24,7 @@
 #include "app/AnimateCursor.h"
 #include "app/AppTestSupport.h"
 #include "app/QuickstepApp.h"
+#include "platform/TempDirectory.h"
 #include "results/ResultItem.h"
 #include "results/ResultsWin.h"
 
@@ -380,6 +384,10 @@ TEST_F(QuickstepWinTest, RunFromTheWindowReportsStatusAndListsItsResults)
 	EXPECT_GT(row->RateAt(0), 0);
 	EXPECT_GT(row->RateAt(1), 0);
 	results->Unlock();
+	// The results open beside the main window, title bars included.
+	EXPECT_FALSE(apptest::FramesOverlap(results, fWin))
+	    << "results " << results->Frame().left << "," << results->Frame().top << " main "
+	    << fWin->Frame().left << "," << fWin->Frame().top;
 	apptest::Screenshot("results-window");
 
 	// "Cancel" puts the results away (they cover the main window).
@@ -462,4 +470,74 @@ TEST_F(QuickstepWinTest, SecondTestDuringARunStartsAnotherWorker)
 	// with the run.
 	EXPECT_EQ(answerer.Answered(), 1);
 	EXPECT_TRUE(RunUntil([&] { return find_thread("LoadCursor") < 0; }, 2));
+}
+
+
+namespace {
+
+// The names in directory that the disk tests make.
+std::vector<std::string>
+DiskTestFiles(const std::string& directory)
+{
+	std::vector<std::string> names;
+	DIR* dir = opendir(directory.c_str());
+	if (dir == nullptr)
+		return names;
+	while (dirent* entry = readdir(dir)) {
+		if (strncmp(entry->d_name, "quickstep_", 10) == 0)
+			names.push_back(entry->d_name);
+	}
+	closedir(dir);
+	return names;
+}
+
+} // namespace
+
+// Quitting while a disk test writes leaves nothing behind: the window is
+// closed from another thread the moment the test's first file appears.
+TEST_F(QuickstepWinTest, QuittingDuringADiskTestRemovesItsFiles)
+{
+	struct Case {
+		const char* box;
+		const char* file;
+	};
+	for (const Case& test :
+	     {Case{"disklifecycle", "quickstep_lc_test.0"}, Case{"disio", "quickstep_io_test"}}) {
+		SCOPED_TRACE(test.box);
+		TempDirectory temp;
+		ASSERT_TRUE(temp.Valid());
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, temp.Path("").c_str());
+		if (fWin == nullptr) {
+			fWin = new CountingWin;
+			fWin->Run();
+			fWin->Show();
+		}
+		fWin->Lock();
+		View<BCheckBox>(test.box)->SetValue(B_CONTROL_ON);
+		fWin->Unlock();
+
+		std::string watched = temp.Path(test.file);
+		std::atomic<bool> closed(false);
+		CountingWin* window = fWin;
+		std::thread watcher([&] {
+			struct stat info;
+			for (int i = 0; i < 200000 && stat(watched.c_str(), &info) != 0; i++)
+				usleep(100);
+			apptest::CloseMainWindow(window);
+			closed = true;
+		});
+		AlertAnswerer answerer({0});
+		Post(kMsgStartTest);
+		bool ended = RunUntil([&] { return closed.load(); }, 30);
+		if (!ended)
+			apptest::CloseMainWindow(window);
+		watcher.join();
+		fWin = nullptr;
+		ASSERT_TRUE(ended);
+		EXPECT_EQ(answerer.Answered(), 1);
+		// Nothing is made after the window has gone either.
+		apptest::RunFor(0.3);
+		EXPECT_EQ(DiskTestFiles(temp.Path("")), std::vector<std::string>());
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+	}
 }
