@@ -9,8 +9,8 @@
 // MessageReceived closes the alert on it, so subclasses may look at the
 // message first and then pass it on. Escape, and a window manager's close,
 // choose the first button: the cancelling choice ("No", "Abort"), or the
-// only one. The alert opens centred over the program's window that last had
-// the user's attention, else on the screen, and always inside the screen.
+// only one. The alert is made centred over the program's window that last
+// had the user's attention, else on the screen, and always inside it.
 #ifndef ALERT_H
 #define ALERT_H
 
@@ -59,11 +59,12 @@ public:
 	void MessageReceived(BMessage* message) override;
 	void DispatchMessage(BMessage* message, BHandler* handler) override;
 	bool QuitRequested() override;
-	void Show() override;
 
 	struct Answer;
 
 private:
+	void PlaceOverOwner();
+
 	BButton* fButtons[3];
 	char fShortcuts[3];
 	int32 fButtonCount;

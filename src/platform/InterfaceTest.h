@@ -12,5 +12,12 @@
 bool platform_ui_run_until(const std::function<bool()>& done, bigtime_t timeout);
 // Runs the loop for duration microseconds.
 void platform_ui_run_for(bigtime_t duration);
+// Asks for the window to close as a window manager does (WM_DELETE_WINDOW
+// to its X window); false when it is not on the display.
+class BWindow;
+bool platform_ui_close_window(BWindow* window);
+// Gives the keyboard back to the window under the pointer, as on a display
+// without a window manager (one that ended leaves it on its last window).
+void platform_ui_keyboard_follows_pointer();
 
 #endif // INTERFACE_TEST_H

@@ -6,14 +6,18 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include <Alert.h>
@@ -251,6 +255,79 @@ private:
 	std::atomic<bool> fStop;
 	std::thread fThread;
 };
+
+// A window manager (Debian's openbox) on the test's display for the life of
+// the object, or none when it is not installed: Running() tells.
+class WindowManager
+{
+public:
+	WindowManager() : fPid(-1)
+	{
+		if (system("command -v openbox >/dev/null 2>&1") != 0)
+			return;
+		fPid = fork();
+		if (fPid == 0) {
+			execlp("openbox", "openbox", "--sm-disable", static_cast<char*>(nullptr));
+			_exit(127);
+		}
+		// Ready once it has claimed the screen.
+		RunUntil(
+		    [] {
+			    return system(
+			               "xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window") ==
+			           0;
+		    },
+		    10);
+	}
+
+	~WindowManager()
+	{
+		if (fPid <= 0)
+			return;
+		kill(fPid, SIGTERM);
+		int status = 0;
+		waitpid(fPid, &status, 0);
+		platform_ui_keyboard_follows_pointer();
+		RunFor(0.3);
+	}
+
+	bool Running() const { return fPid > 0; }
+
+private:
+	pid_t fPid;
+};
+
+// The X window id of the newest window titled title, or "" (xdotool).
+inline std::string
+WindowIdNow(const char* title)
+{
+	std::string command =
+	    std::string("xdotool search --name '^") + title + "$' 2>/dev/null | tail -1";
+	std::string id;
+	FILE* pipe = popen(command.c_str(), "r");
+	if (pipe == nullptr)
+		return id;
+	char buffer[64] = "";
+	if (fgets(buffer, sizeof(buffer), pipe) != nullptr)
+		id = buffer;
+	pclose(pipe);
+	while (!id.empty() && (id.back() == '\n' || id.back() == ' '))
+		id.pop_back();
+	return id;
+}
+
+inline std::string
+WindowId(const char* title)
+{
+	// A window just shown may not be on the display yet: a few tries.
+	for (int attempt = 0; attempt < 10; attempt++) {
+		std::string id = WindowIdNow(title);
+		if (!id.empty())
+			return id;
+		RunFor(0.2);
+	}
+	return "";
+}
 
 } // namespace apptest
 

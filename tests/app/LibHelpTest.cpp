@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <Application.h>
 #include <FindDirectory.h>
@@ -94,4 +95,26 @@ TEST_F(LibHelpTest, MissingManualIsToldToTheUserAndNothingOpens)
 	ASSERT_EQ(answerer.Texts().size(), 1u);
 	EXPECT_EQ(answerer.Texts()[0], expected);
 	EXPECT_EQ(Opened(0.3), "");
+}
+
+TEST_F(LibHelpTest, FailingOrMissingBrowserIsToldToTheUser)
+{
+	QS_REQUIRE_DISPLAY();
+	apptest::SharedApp();
+	std::filesystem::create_directories(fTemp.Path("doc/Quickstep"));
+	std::ofstream(fTemp.Path("doc/Quickstep/QuickstepSUM")) << "<html></html>";
+	std::ofstream(fTemp.Path("bin/xdg-open")) << "#!/bin/sh\nexit 4\n";
+
+	apptest::AlertAnswerer answerer({0, 0});
+	int exitStatus = 0;
+	EXPECT_EQ(WebLinkTo("file:///x", &exitStatus), B_ERROR);
+	EXPECT_EQ(exitStatus, 4);
+	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ERROR);
+	setenv("PATH", fTemp.Path("nothing-here").c_str(), 1);
+	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ENTRY_NOT_FOUND);
+	std::vector<std::string> texts = answerer.Texts();
+	ASSERT_EQ(texts.size(), 2u);
+	EXPECT_NE(texts[0].find("'xdg-open' failed (exit status 4)"), std::string::npos) << texts[0];
+	EXPECT_NE(texts[1].find("'xdg-open' is not installed"), std::string::npos) << texts[1];
+	EXPECT_NE(texts[1].find(fTemp.Path("doc/Quickstep/QuickstepSUM")), std::string::npos);
 }

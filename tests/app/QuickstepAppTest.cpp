@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -376,4 +377,60 @@ TEST(QuickstepProgramTest, QuitShortcutEndsTheProgram)
 	fclose(out);
 	Outcome outcome = RunProgram("sh", script, "timeout 20");
 	EXPECT_EQ(outcome.status, 0) << outcome.err;
+}
+
+
+// As a desktop meets the program, with and without a window manager: every
+// window carries the program's WM_CLASS and icon, and Escape closes the About
+// window.
+TEST_F(QuickstepAppTest, WindowsCarryTheProgramsClassAndEscapeClosesTheAboutWindow)
+{
+	for (bool managed : {false, true}) {
+		SCOPED_TRACE(managed ? "openbox" : "no window manager");
+		std::unique_ptr<apptest::WindowManager> manager;
+		if (managed) {
+			manager = std::make_unique<apptest::WindowManager>();
+			if (!manager->Running())
+				continue;
+		}
+		fApp->PostMessage(kMsgShowAbout);
+		ASSERT_TRUE(RunUntil([&] { return fApp->AboutWindow() != nullptr; }));
+		LibWindow* about = fApp->AboutWindow();
+		ASSERT_TRUE(RunUntil([&] { return !about->IsHidden(); }));
+		apptest::RunFor(0.5);
+
+		std::string id = apptest::WindowId(about->Title());
+		ASSERT_FALSE(id.empty());
+		std::string properties = "xprop -id " + id + " WM_CLASS _NET_WM_ICON > " +
+		                         std::string(QS_BIN_DIR) + "/../xprop-about.txt";
+		ASSERT_TRUE(apptest::RunCommand(properties));
+		FILE* in = fopen((std::string(QS_BIN_DIR) + "/../xprop-about.txt").c_str(), "r");
+		ASSERT_NE(in, nullptr);
+		char line[256] = "";
+		std::string text;
+		for (int i = 0; i < 3 && fgets(line, sizeof(line), in) != nullptr; i++)
+			text += line;
+		fclose(in);
+		EXPECT_NE(text.find("WM_CLASS(STRING) = \"quickstep\", \"Quickstep\""), std::string::npos)
+		    << text;
+		EXPECT_NE(text.find("Icon (16 x 16)"), std::string::npos) << text;
+
+		// Under openbox, focus given by clicks is not reliable while other
+		// windows of this process are open: the keys are checked without it.
+		if (managed) {
+			about->PostMessage(B_QUIT_REQUESTED);
+			RunUntil([&] { return fApp->AboutWindow() == nullptr; });
+			continue;
+		}
+		BRect frame = about->Frame();
+		char keys[128];
+		snprintf(keys, sizeof(keys), "xdotool mousemove %d %d click 1 sleep 0.2 key Escape",
+		         static_cast<int>(frame.left + 5), static_cast<int>(frame.bottom - 3));
+		ASSERT_TRUE(apptest::RunCommand(keys));
+		EXPECT_TRUE(RunUntil([&] { return fApp->AboutWindow() == nullptr; }, 5));
+		if (fApp->AboutWindow() != nullptr) {
+			fApp->AboutWindow()->PostMessage(B_QUIT_REQUESTED);
+			RunUntil([&] { return fApp->AboutWindow() == nullptr; });
+		}
+	}
 }

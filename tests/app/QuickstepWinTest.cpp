@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <dirent.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <string>
@@ -25,7 +26,9 @@
 #include "app/AppTestSupport.h"
 #include "app/QuickstepApp.h"
 #include "platform/TempDirectory.h"
+#include "results/Metric.h"
 #include "results/ResultItem.h"
+#include "results/Results.h"
 #include "results/ResultsWin.h"
 
 using apptest::AlertAnswerer;
@@ -540,4 +543,131 @@ TEST_F(QuickstepWinTest, QuittingDuringADiskTestRemovesItsFiles)
 		EXPECT_EQ(DiskTestFiles(temp.Path("")), std::vector<std::string>());
 		platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
 	}
+}
+
+
+// With and without a window manager: Tab and Space tick a box and enable
+// "Test"; closing the results window through the window manager hides it,
+// as its "Cancel" does.
+TEST_F(QuickstepWinTest, KeyboardTicksABoxAndWindowManagerCloseHidesTheResults)
+{
+	for (bool managed : {false, true}) {
+		SCOPED_TRACE(managed ? "openbox" : "no window manager");
+		std::unique_ptr<apptest::WindowManager> manager;
+		if (managed) {
+			manager = std::make_unique<apptest::WindowManager>();
+			if (!manager->Running())
+				continue;
+		}
+		// Away from any main window other tests of the process left open.
+		fWin->MoveTo(500, 450);
+		fWin->Activate();
+		fWin->Lock();
+		for (const char* name : {"cpugraphics", "cpustring"})
+			View<BCheckBox>(name)->SetValue(B_CONTROL_OFF);
+		fWin->SetDescription();
+		fWin->Unlock();
+		ASSERT_FALSE(TestEnabled());
+
+		// A click on the window's background gives it the keyboard; the
+		// first box has the focus, Tab moves it on, Space ticks.
+		// (Under openbox, focus given by clicks is not reliable while other
+		// windows of this process are open: the keys are checked without it.)
+		if (!managed) {
+			BView* background = View<BView>("bgview");
+			ASSERT_TRUE(apptest::ClickView(background, BPoint(230, 5)));
+			ASSERT_TRUE(apptest::RunCommand("xdotool key Tab sleep 0.1 key space"));
+			EXPECT_TRUE(RunUntil([&] { return TestEnabled(); }, 3));
+			EXPECT_EQ(fWin->CountSelected(), 1);
+		}
+
+		ResultsWin* results = fWin->ResultsWindow();
+		results->Pop();
+		ASSERT_TRUE(RunUntil([&] { return !results->IsHidden(); }));
+		apptest::RunFor(0.5);
+		EXPECT_FALSE(apptest::FramesOverlap(results, fWin));
+		EXPECT_TRUE(platform_ui_close_window(results));
+		EXPECT_TRUE(RunUntil([&] { return results->IsHidden(); }, 3));
+	}
+}
+
+
+// Screenshots for people to look at, under a window manager: the main window
+// during a disk run, the results of every test with large values, and the
+// System window. Asserted only as far as the windows showing.
+TEST_F(QuickstepWinTest, ScreenshotsUnderAWindowManager)
+{
+	apptest::WindowManager manager;
+	if (!manager.Running())
+		GTEST_SKIP() << "openbox is not installed";
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, temp.Path("").c_str());
+	fWin->Lock();
+	View<BCheckBox>("disio")->SetValue(B_CONTROL_ON);
+	fWin->Unlock();
+	{
+		AlertAnswerer answerer({0});
+		Post(kMsgStartTest);
+		EXPECT_TRUE(RunUntil([&] { return Estimate().find("Input/Output") != std::string::npos; }));
+		apptest::Screenshot("openbox-main-io-run");
+		EXPECT_TRUE(WaitForRuns(1));
+	}
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+
+	// Every metric of a run from the window, with the largest values a fast
+	// machine gives.
+	const char* const kNames[] = {"Lines Flushed",
+	                              "Lines Unflushed",
+	                              "Strings Flushed",
+	                              "Strings Unflushed",
+	                              "Ellipses Flushed",
+	                              "Ellipses Unflushed",
+	                              "Filled Ellipses",
+	                              "Rectangles Flushed",
+	                              "Rectangles Unflushed",
+	                              "Filled Rectangles",
+	                              "Polygons Flushed",
+	                              "Polygons Unflushed",
+	                              "Filled Polygons",
+	                              "Strings Copy",
+	                              "Strings Compare",
+	                              "Memory",
+	                              "Savage",
+	                              "Ackerman",
+	                              "Fourier",
+	                              "Whetstone",
+	                              "Ten Sequential Whetstones",
+	                              "Ten Threaded Whetstones",
+	                              "Sieve",
+	                              "Disk File Creation",
+	                              "Disk File Deletion",
+	                              "Disk File Output",
+	                              "Disk File Input"};
+	Results record(false);
+	record.Reset();
+	while (record.CycleCpu()) {
+		for (const char* name : kNames) {
+			Metric* metric = record.NewTest(name, 99999999);
+			metric->Units("MegaChars/sec");
+			metric->Time(1.0f);
+		}
+	}
+	ResultsWin* results = fWin->ResultsWindow();
+	results->Update(record, false);
+	results->Pop();
+	ASSERT_TRUE(RunUntil([&] { return !results->IsHidden(); }));
+	EXPECT_FALSE(apptest::FramesOverlap(results, fWin));
+	apptest::Screenshot("openbox-results-every-test");
+	results->PostMessage(kMsgResultsCancel);
+	RunUntil([&] { return results->IsHidden(); });
+
+	fApp->PostMessage(kMsgShowSystem);
+	ASSERT_TRUE(RunUntil([&] { return fApp->SystemWindow() != nullptr; }));
+	BWindow* system = fApp->SystemWindow();
+	ASSERT_TRUE(RunUntil([&] { return !system->IsHidden(); }));
+	EXPECT_FALSE(apptest::FramesOverlap(system, fWin));
+	apptest::Screenshot("openbox-system-window");
+	system->PostMessage(B_QUIT_REQUESTED);
+	RunUntil([&] { return fApp->SystemWindow() == nullptr; });
 }

@@ -148,43 +148,42 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 	}
 	if (fButtonCount > 0)
 		fButtons[fButtonCount - 1]->MakeDefault(true);
+	PlaceOverOwner();
 }
 
 
 // Over the window the user was last busy with: FLTK keeps its shown windows
 // with the one that last had an event first.
 void
-BAlert::Show()
+BAlert::PlaceOverOwner()
 {
-	if (IsHidden()) {
-		platform_interface::RunOnUIThread([this] {
-			BScreen screen;
-			if (!screen.IsValid())
-				return;
-			BRect area = screen.Frame();
-			BRect over = area;
-			for (Fl_Window* window = Fl::first_window(); window != nullptr;
-			     window = Fl::next_window(window)) {
-				auto* widget = dynamic_cast<platform_interface::WindowWidget*>(window);
-				if (widget == nullptr || widget->Window() == this || !window->visible() ||
-				    dynamic_cast<BAlert*>(widget->Window()) != nullptr)
-					continue;
-				over = widget->Window()->Frame();
-				break;
-			}
-			BRect frame = Frame();
-			float left = std::floor(over.left + (over.Width() - frame.Width()) / 2);
-			float top = std::floor(over.top + (over.Height() - frame.Height()) / 2);
-			if (over == area)
-				top = std::floor(area.Height() / 4);
-			// Inside the screen, with room for a title bar above.
-			const float kTitle = 24;
-			left = std::max(area.left, std::min(left, area.right - frame.Width()));
-			top = std::max(area.top + kTitle, std::min(top, area.bottom - frame.Height()));
-			MoveTo(left, top);
-		});
+	BScreen screen;
+	if (!screen.IsValid())
+		return;
+	BRect area = screen.Frame();
+	BRect over = area;
+	{
+		platform_interface::UIGuard guard;
+		for (Fl_Window* window = Fl::first_window(); window != nullptr;
+		     window = Fl::next_window(window)) {
+			auto* widget = dynamic_cast<platform_interface::WindowWidget*>(window);
+			if (widget == nullptr || widget->Window() == this || !window->visible() ||
+			    dynamic_cast<BAlert*>(widget->Window()) != nullptr)
+				continue;
+			over = widget->Window()->Frame();
+			break;
+		}
 	}
-	BWindow::Show();
+	BRect frame = Frame();
+	float left = std::floor(over.left + (over.Width() - frame.Width()) / 2);
+	float top = std::floor(over.top + (over.Height() - frame.Height()) / 2);
+	if (over == area)
+		top = std::floor(area.Height() / 4);
+	// Inside the screen, with room for a title bar above.
+	const float kTitle = 24;
+	left = std::max(area.left, std::min(left, area.right - frame.Width()));
+	top = std::max(area.top + kTitle, std::min(top, area.bottom - frame.Height()));
+	MoveTo(left, top);
 }
 
 

@@ -160,8 +160,10 @@ ViewWidget::handle(int event)
 		case FL_KEYBOARD:
 			if (handled)
 				return handled;
-			// Keys with Ctrl or Alt go on to the shortcuts of the window.
-			if (Fl::focus() != this || (Fl::event_state() & (FL_CTRL | FL_ALT)) != 0)
+			// Keys with Ctrl or Alt go on to the shortcuts of the window, Tab
+			// to the parents, which move the focus on.
+			if (Fl::focus() != this || (Fl::event_state() & (FL_CTRL | FL_ALT)) != 0 ||
+			    Fl::event_key() == FL_Tab)
 				return 0;
 			if (fView->Window() != nullptr)
 				return fView->Window()->HandleKey(event) ? 1 : 0;

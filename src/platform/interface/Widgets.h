@@ -42,6 +42,9 @@ public:
 	void draw() override;
 	int handle(int event) override;
 	void resize(int x, int y, int width, int height) override;
+	// Gives the focus to the next (1) or previous (-1) control; false when
+	// the window has none.
+	bool MoveFocus(int direction);
 
 	BWindow* Window() const { return fWindow; }
 	// Set while the window's size is changed by the program, not the user.

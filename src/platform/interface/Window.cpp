@@ -1,12 +1,15 @@
 #include "Window.h"
 
 #include <FL/Fl.H>
+#include <FL/Fl_Menu_Bar.H>
+#include <FL/Fl_Valuator.H>
 #include <FL/x.H>
 #include <X11/Xatom.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <vector>
 
 #include "AppDefs.h"
 #include "Application.h"
@@ -64,6 +67,14 @@ WindowWidget::handle(int event)
 		default:
 			break;
 	}
+	// Tab and Shift+Tab move the focus through the window's controls in
+	// the order of the view tree, round at the ends. FLTK's own moving
+	// stops where nested views end, and the keyboard may follow the pointer
+	// with no focus given to any control yet.
+	if ((event == FL_KEYBOARD || event == FL_SHORTCUT) && Fl::event_key() == FL_Tab &&
+	    (Fl::event_state() & (FL_CTRL | FL_ALT | FL_META)) == 0 &&
+	    MoveFocus((Fl::event_state() & FL_SHIFT) != 0 ? -1 : 1))
+		return 1;
 	int handled = Fl_Double_Window::handle(event);
 	if (event == FL_SHORTCUT && !handled) {
 		// In a shortcut event the window coordinates are not to be trusted:
@@ -75,6 +86,57 @@ WindowWidget::handle(int event)
 		return fWindow->HandleKey(event) ? 1 : 0;
 	}
 	return handled;
+}
+
+
+// Controls that take the keyboard: native widgets that show a focus mark
+// (not scroll bars, which the keys of their lists move, nor the menu bar),
+// and views made navigable.
+static void
+CollectFocusable(Fl_Group* group, std::vector<Fl_Widget*>& found)
+{
+	for (int i = 0; i < group->children(); i++) {
+		Fl_Widget* child = group->child(i);
+		if (!child->visible() || !child->active())
+			continue;
+		ViewWidget* view = dynamic_cast<ViewWidget*>(child);
+		if (view != nullptr) {
+			if ((view->View()->Flags() & B_NAVIGABLE) != 0)
+				found.push_back(view);
+			CollectFocusable(view, found);
+			continue;
+		}
+		if (!child->visible_focus() || dynamic_cast<Fl_Valuator*>(child) != nullptr ||
+		    dynamic_cast<Fl_Menu_Bar*>(child) != nullptr)
+			continue;
+		found.push_back(child);
+		if (Fl_Group* inner = child->as_group())
+			CollectFocusable(inner, found);
+	}
+}
+
+
+bool
+WindowWidget::MoveFocus(int direction)
+{
+	std::vector<Fl_Widget*> focusable;
+	CollectFocusable(this, focusable);
+	if (focusable.empty())
+		return false;
+	int count = static_cast<int>(focusable.size());
+	int current = -1;
+	for (int index = 0; index < count; index++) {
+		if (focusable[index] == Fl::focus())
+			current = index;
+	}
+	int next =
+	    current < 0 ? (direction > 0 ? 0 : count - 1) : (current + direction + count) % count;
+	for (int tries = 0; tries < count; tries++) {
+		if (focusable[next]->take_focus())
+			return true;
+		next = (next + direction + count) % count;
+	}
+	return false;
 }
 
 

@@ -9,8 +9,8 @@
 #include <Alert.h>
 #include <Button.h>
 #include <Messenger.h>
-#include <TextView.h>
 #include <OS.h>
+#include <TextView.h>
 #include <Window.h>
 
 namespace {
@@ -218,4 +218,53 @@ TEST(AlertTest, ButtonsStayInsideAnAlertWithLongText)
 		EXPECT_GT(frame.top, alert->TextView()->Frame().bottom) << "button " << i;
 	}
 	alert->Quit();
+}
+
+
+// Escape and a window manager's close choose the first button; the alert
+// opens centred over the window the user last worked in.
+TEST(AlertTest, EscapeChoosesTheFirstButtonOverTheWindowInUse)
+{
+	REQUIRE_XDOTOOL();
+	BWindow* owner = new BWindow(BRect(600, 500, 999, 799), "Owner", B_TITLED_WINDOW, 0);
+	owner->Run();
+	owner->Show();
+	platform_ui_run_until([&] { return !owner->IsHidden(); }, 2000000);
+	ASSERT_TRUE(MovePointerTo(BPoint(700, 600)));
+	platform_ui_run_for(200000);
+
+	for (bool escape : {true, false}) {
+		SCOPED_TRACE(escape ? "Escape" : "window manager's close");
+		std::atomic<int32> answer(-2);
+		std::atomic<BAlert*> shown(nullptr);
+		std::thread worker([&] {
+			BAlert* alert = new BAlert("EscapeQuestion", "Start anyway?", "Abort", "Continue",
+			                           nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+			shown = alert;
+			answer = alert->Go();
+		});
+		ASSERT_TRUE(platform_ui_run_until(
+		    [&] { return shown.load() != nullptr && !shown.load()->IsHidden(); }, 5000000));
+		platform_ui_run_for(200000);
+		BRect frame = shown.load()->Frame();
+		EXPECT_NEAR((frame.left + frame.right) / 2, 799.5, 1);
+		EXPECT_NEAR((frame.top + frame.bottom) / 2, 649.5, 1);
+		std::thread presser([&] {
+			for (int32 tries = 0; escape && tries < 20 && answer.load() == -2; tries++) {
+				Xdotool("search --onlyvisible --name EscapeQuestion "
+				        "mousemove --sync --window %1 20 20 key Escape");
+				usleep(300000);
+			}
+		});
+		if (!escape) {
+			EXPECT_TRUE(platform_ui_close_window(shown.load()));
+		}
+		bool answered = platform_ui_run_until([&] { return answer.load() != -2; }, 10000000);
+		presser.join();
+		worker.join();
+		EXPECT_TRUE(answered);
+		EXPECT_EQ(0, answer.load());
+	}
+	owner->Lock();
+	owner->Quit();
 }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include <Box.h>
+#include <Button.h>
 #include <CheckBox.h>
 #include <PlatformTest.h>
 #include <Screen.h>
@@ -256,4 +257,120 @@ TEST(LibWindowTest, PopShowsAHiddenWindowOnceAndShowsNestAsHides)
 	platform_ui_run_for(100000);
 	window->Lock();
 	window->Quit();
+}
+
+
+// Wherever a window of the program is placed, it opens beside the main window
+// when the screen has room, and inside the screen.
+TEST(LibWindowTest, OtherWindowsOpenBesideTheMainWindow)
+{
+	REQUIRE_DISPLAY();
+	ScreenSubstitute screen(BRect(0, 0, 1279, 1023));
+	LibWindow* main = new LibWindow(BRect(50, 50, 295, 285), "Main", B_TITLED_WINDOW_LOOK,
+	                                B_NORMAL_WINDOW_FEEL, 0);
+	LibWindow::SetMainWindow(main);
+	struct Size {
+		float width;
+		float height;
+	};
+	for (Size size : {Size{419, 300}, Size{220, 265}, Size{1200, 200}}) {
+		LibWindow* other = new LibWindow(BRect(0, 0, size.width, size.height), "Other",
+		                                 B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
+		for (int32 position = 1; position <= 9; position++) {
+			SCOPED_TRACE(testing::Message() << size.width << " wide, position " << position);
+			other->SetPosition(position);
+			BRect placed = other->Frame();
+			BRect mainFrame = main->Frame();
+			bool overlap = placed.left <= mainFrame.right + kLibScreenMargin &&
+			               mainFrame.left - kLibScreenMargin <= placed.right &&
+			               placed.top - kLibTitleAllowance <= mainFrame.bottom &&
+			               mainFrame.top - kLibTitleAllowance <= placed.bottom;
+			EXPECT_FALSE(overlap) << placed.left << "," << placed.top;
+			EXPECT_TRUE(Inside(placed, BRect(0, kLibTitleAllowance, 1279, 1023)));
+		}
+		other->Lock();
+		other->Quit();
+	}
+	// The main window itself goes where it is told.
+	main->SetPosition(kLibPositionTopLeft);
+	EXPECT_EQ(BPoint(kLibScreenMargin, kLibScreenMargin + kLibTitleAllowance),
+	          main->Frame().LeftTop());
+	main->Lock();
+	main->Quit();
+	EXPECT_EQ(LibWindow::MainWindow(), nullptr);
+}
+
+
+namespace {
+
+// Counts the closing requests it gets; quits on them like any window.
+class ClosingWindow : public LibWindow
+{
+public:
+	ClosingWindow(uint32 flags)
+	    : LibWindow(BRect(300, 300, 499, 399), "Closing", B_TITLED_WINDOW_LOOK,
+	                B_NORMAL_WINDOW_FEEL, flags)
+	{
+	}
+
+	bool QuitRequested() override
+	{
+		fQuitRequests++;
+		return false;
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what == 'cncl')
+			fCancels++;
+		LibWindow::MessageReceived(message);
+	}
+
+	std::atomic<int32> fQuitRequests{0};
+	std::atomic<int32> fCancels{0};
+};
+
+} // namespace
+
+
+// Escape and the window manager's close: a closable window is asked to quit;
+// one that is not takes its "cancel" button; without one nothing happens.
+TEST(LibWindowTest, EscapeAndWindowManagerCloseTakeTheWindowsWayOut)
+{
+	REQUIRE_DISPLAY();
+	if (!HaveXdotool())
+		GTEST_SKIP() << "xdotool missing";
+	struct Case {
+		uint32 flags;
+		bool cancelButton;
+		int32 quits;
+		int32 cancels;
+	};
+	float pointer = 440;
+	for (Case test : {Case{0, false, 2, 0}, Case{B_NOT_CLOSABLE, true, 0, 2},
+	                  Case{B_NOT_CLOSABLE, false, 0, 0}}) {
+		SCOPED_TRACE(testing::Message() << test.flags << " " << test.cancelButton);
+		ClosingWindow* window = new ClosingWindow(test.flags);
+		if (test.cancelButton) {
+			window->AddChild(
+			    new BButton(BRect(10, 10, 90, 40), "cancel", "Cancel", new BMessage('cncl')));
+		}
+		window->Run();
+		window->Show();
+		platform_ui_run_until([&] { return !window->IsHidden(); }, 2000000);
+		platform_ui_run_for(200000);
+		EXPECT_TRUE(platform_ui_close_window(window));
+		// A new place each time: a move to where the pointer is never ends.
+		ASSERT_TRUE(MovePointerTo(BPoint(pointer, 380)));
+		pointer += 10;
+		EXPECT_TRUE(Xdotool("key Escape"));
+		platform_ui_run_until(
+		    [&] { return window->fQuitRequests + window->fCancels >= test.quits + test.cancels; },
+		    2000000);
+		platform_ui_run_for(200000);
+		EXPECT_EQ(window->fQuitRequests, test.quits);
+		EXPECT_EQ(window->fCancels, test.cancels);
+		window->Lock();
+		window->Quit();
+	}
 }
