@@ -19,7 +19,7 @@ FuzzHelpFile(const uint8_t* data, size_t size)
 	LinkList<LibString> names;
 	HelpFile::ReadPageNames(path.c_str(), names);
 	int pages = 0;
-	for (LibString* name = names.First(); name != nullptr && pages < 8; name = names.Next()) {
+	for (LibString* name = names.First(); name != nullptr && pages < 4; name = names.Next()) {
 		xmlTag page;
 		if (HelpFile::ReadPage(path.c_str(), name->String(), page) == B_OK)
 			HelpFile::PageText(page);

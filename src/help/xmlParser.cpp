@@ -466,7 +466,10 @@ xmlParser::Save(Mark& mark) const
 void
 xmlParser::Restore(const Mark& mark)
 {
-	if (fFile != nullptr && mark.offset >= 0)
+	// Reading a child's name seldom leaves the line it starts on; the stream
+	// is then still where it was, and a seek (which drops the stream's
+	// buffer, to be read again) is left out.
+	if (fFile != nullptr && mark.offset >= 0 && ftell(fFile) != mark.offset)
 		fseek(fFile, mark.offset, SEEK_SET);
 	fLine = mark.line;
 	fColumn = mark.column;
