@@ -411,3 +411,45 @@ TEST_F(HelpWindowTest, ShiftF1WithNoViewUnderThePointerOnlyDispatchesTheKey)
 	window->Lock();
 	window->Quit();
 }
+
+
+// Kept under build/screenshots for people to look at: a page at the window's
+// first size, and a longer one in a window made larger.
+TEST_F(HelpWindowTest, TwoPagesAsAReaderSeesThem)
+{
+	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
+	Open();
+	fWindow->MoveTo(40, 60);
+	fWindow->Show();
+	fWindow->HelpForInterface("QuickstepWin/cpubox/bgview");
+	ASSERT_TRUE(RunUntil([&] { return PaneText().rfind("Choosing tests\n\n", 0) == 0; }));
+	EXPECT_TRUE(apptest::Screenshot("help-choosing-tests"));
+
+	fWindow->ResizeTo(720, 560);
+	fWindow->Lock();
+	for (int32 i = 0; i < fList->CountItems(); i++) {
+		if (strcmp(dynamic_cast<BStringItem*>(fList->ItemAt(i))->Text(), "Running the tests") == 0)
+			fList->Select(i);
+	}
+	fWindow->Unlock();
+	ASSERT_TRUE(RunUntil([&] { return PaneText().rfind("Running the tests\n\n1. Tick", 0) == 0; }));
+	EXPECT_TRUE(apptest::Screenshot("help-running"));
+}
+
+
+// The contents list keeps its width when the window grows: each label of the
+// shipped help must fit it, indentation included.
+TEST_F(HelpWindowTest, EveryContentsLabelFitsTheList)
+{
+	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
+	Open();
+	BAutolock lock(fWindow);
+	ASSERT_GT(fList->FullListCountItems(), 10);
+	float width = fList->Bounds().Width() + 1;
+	for (int32 i = 0; i < fList->FullListCountItems(); i++) {
+		BStringItem* row = dynamic_cast<BStringItem*>(fList->FullListItemAt(i));
+		ASSERT_NE(row, nullptr);
+		float indent = BOutlineListView::kLatchWidth + 4 + 10.0f * row->OutlineLevel();
+		EXPECT_LE(indent + fList->StringWidth(row->Text()), width) << row->Text();
+	}
+}
