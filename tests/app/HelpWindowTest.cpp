@@ -453,3 +453,24 @@ TEST_F(HelpWindowTest, EveryContentsLabelFitsTheList)
 		EXPECT_LE(indent + fList->StringWidth(row->Text()), width) << row->Text();
 	}
 }
+
+
+TEST_F(HelpWindowTest, TheMouseWheelScrollsThePage)
+{
+	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
+	Open();
+	fWindow->MoveTo(40, 60);
+	fWindow->Show();
+	fWindow->HelpForContent("saving");
+	HelpTextView* pane = fWindow->HelpPane();
+	ASSERT_TRUE(RunUntil([&] { return !PaneText().empty(); }));
+	ASSERT_TRUE(PointAt(pane, BPoint(60, 60)));
+	auto top = [&] {
+		BAutolock lock(fWindow);
+		return pane->Bounds().top;
+	};
+	ASSERT_TRUE(apptest::RunCommand("xdotool click 5 click 5"));
+	EXPECT_TRUE(RunUntil([&] { return top() > 0; }));
+	ASSERT_TRUE(apptest::RunCommand("xdotool click 4 click 4 click 4"));
+	EXPECT_TRUE(RunUntil([&] { return top() == 0; }));
+}
