@@ -413,17 +413,43 @@ TEST_F(HelpWindowTest, ShiftF1WithNoViewUnderThePointerOnlyDispatchesTheKey)
 }
 
 
-// Kept under build/screenshots for people to look at: a page at the window's
-// first size, and a longer one in a window made larger.
-TEST_F(HelpWindowTest, TwoPagesAsAReaderSeesThem)
+// The shipped help as a reader meets it. Screenshots are kept under
+// build/screenshots for people to look at: a page at the window's first size,
+// and another in a window made larger.
+TEST_F(HelpWindowTest, ShippedPagesReadWell)
 {
 	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
 	Open();
 	fWindow->MoveTo(40, 60);
 	fWindow->Show();
+
+	// The contents list keeps its width when the window grows: each label
+	// must fit it, indentation included.
+	fWindow->Lock();
+	ASSERT_GT(fList->FullListCountItems(), 10);
+	float width = fList->Bounds().Width() + 1;
+	for (int32 i = 0; i < fList->FullListCountItems(); i++) {
+		BStringItem* row = dynamic_cast<BStringItem*>(fList->FullListItemAt(i));
+		float indent = BOutlineListView::kLatchWidth + 4 + 10.0f * row->OutlineLevel();
+		EXPECT_LE(indent + fList->StringWidth(row->Text()), width) << row->Text();
+	}
+	fWindow->Unlock();
+
 	fWindow->HelpForInterface("QuickstepWin/cpubox/bgview");
 	ASSERT_TRUE(RunUntil([&] { return PaneText().rfind("Choosing tests\n\n", 0) == 0; }));
 	EXPECT_TRUE(apptest::Screenshot("help-choosing-tests"));
+
+	// The page is longer than the pane: the mouse wheel scrolls it.
+	HelpTextView* pane = fWindow->HelpPane();
+	auto top = [&] {
+		BAutolock lock(fWindow);
+		return pane->Bounds().top;
+	};
+	ASSERT_TRUE(PointAt(pane, BPoint(60, 60)));
+	ASSERT_TRUE(apptest::RunCommand("xdotool click 5 click 5"));
+	EXPECT_TRUE(RunUntil([&] { return top() > 0; }));
+	ASSERT_TRUE(apptest::RunCommand("xdotool click 4 click 4 click 4"));
+	EXPECT_TRUE(RunUntil([&] { return top() == 0; }));
 
 	fWindow->ResizeTo(720, 560);
 	fWindow->Lock();
@@ -434,43 +460,4 @@ TEST_F(HelpWindowTest, TwoPagesAsAReaderSeesThem)
 	fWindow->Unlock();
 	ASSERT_TRUE(RunUntil([&] { return PaneText().rfind("Running the tests\n\n1. Tick", 0) == 0; }));
 	EXPECT_TRUE(apptest::Screenshot("help-running"));
-}
-
-
-// The contents list keeps its width when the window grows: each label of the
-// shipped help must fit it, indentation included.
-TEST_F(HelpWindowTest, EveryContentsLabelFitsTheList)
-{
-	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
-	Open();
-	BAutolock lock(fWindow);
-	ASSERT_GT(fList->FullListCountItems(), 10);
-	float width = fList->Bounds().Width() + 1;
-	for (int32 i = 0; i < fList->FullListCountItems(); i++) {
-		BStringItem* row = dynamic_cast<BStringItem*>(fList->FullListItemAt(i));
-		ASSERT_NE(row, nullptr);
-		float indent = BOutlineListView::kLatchWidth + 4 + 10.0f * row->OutlineLevel();
-		EXPECT_LE(indent + fList->StringWidth(row->Text()), width) << row->Text();
-	}
-}
-
-
-TEST_F(HelpWindowTest, TheMouseWheelScrollsThePage)
-{
-	std::filesystem::copy_file(kShipped, fTemp.Path("work/QStp.help"));
-	Open();
-	fWindow->MoveTo(40, 60);
-	fWindow->Show();
-	fWindow->HelpForContent("saving");
-	HelpTextView* pane = fWindow->HelpPane();
-	ASSERT_TRUE(RunUntil([&] { return !PaneText().empty(); }));
-	ASSERT_TRUE(PointAt(pane, BPoint(60, 60)));
-	auto top = [&] {
-		BAutolock lock(fWindow);
-		return pane->Bounds().top;
-	};
-	ASSERT_TRUE(apptest::RunCommand("xdotool click 5 click 5"));
-	EXPECT_TRUE(RunUntil([&] { return top() > 0; }));
-	ASSERT_TRUE(apptest::RunCommand("xdotool click 4 click 4 click 4"));
-	EXPECT_TRUE(RunUntil([&] { return top() == 0; }));
 }

@@ -167,20 +167,15 @@ TEST(HelpPageTest, LayoutWrapsWordsInOrderWithinTheWidth)
 	float advance = item[1]->top - item[0]->top;
 	EXPECT_GT(item[0]->top - narrow[2].top, advance);
 	EXPECT_EQ(narrow[narrow.size() - 2].top - item[2]->top, advance);
-}
 
-
-TEST(HelpPageTest, StyledPiecesOfOneWordStayTogether)
-{
-	HelpPage page = ReadPage("Press <B>Shift+F1</B>, now");
-	FixedMetrics metrics;
-	std::vector<HelpLine> lines;
-	page.Layout(14, metrics, lines);
-	ASSERT_EQ(lines.size(), 2u);
-	EXPECT_EQ(LineText(lines[0]), "Press");
-	ASSERT_EQ(lines[1].fragments.size(), 2u);
-	EXPECT_EQ(lines[1].fragments[0].text, "Shift+F1");
-	EXPECT_EQ(lines[1].fragments[0].x, 0);
-	EXPECT_EQ(lines[1].fragments[1].text, ", now");
-	EXPECT_EQ(lines[1].fragments[1].x, 8);
+	// Styled pieces of one word stay together, each at its own place.
+	page = ReadPage("Press <B>Shift+F1</B>, now");
+	page.Layout(14, metrics, narrow);
+	ASSERT_EQ(narrow.size(), 2u);
+	EXPECT_EQ(LineText(narrow[0]), "Press");
+	ASSERT_EQ(narrow[1].fragments.size(), 2u);
+	EXPECT_EQ(narrow[1].fragments[0].text, "Shift+F1");
+	EXPECT_EQ(narrow[1].fragments[0].x, 0);
+	EXPECT_EQ(narrow[1].fragments[1].text, ", now");
+	EXPECT_EQ(narrow[1].fragments[1].x, 8);
 }
