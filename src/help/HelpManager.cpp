@@ -91,8 +91,9 @@ HelpManager::MessageReceived(BMessage* message)
 		}
 	}
 	fWindow->HelpForInterface(key);
-	// Also a window on show but behind others comes to the front.
-	fWindow->Pop();
+	// A window already on show keeps its place; it has just changed page.
+	if (fWindow->IsHidden())
+		fWindow->Pop();
 }
 
 
