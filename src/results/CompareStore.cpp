@@ -33,7 +33,14 @@ CompareStore::Read(ResultList& list) const
 		return B_OK;
 	if (status != B_OK)
 		return status;
+	AddRecords(store, list);
+	return B_OK;
+}
 
+
+void
+CompareStore::AddRecords(const BMessage& store, ResultList& list)
+{
 	const char* record = nullptr;
 	for (int32 i = 0; store.FindString(kRecordField, i, &record) == B_OK; i++) {
 		if (strchr(record, '\t') == nullptr)
@@ -43,7 +50,6 @@ CompareStore::Read(ResultList& list) const
 		if (!list.Insert(results))
 			delete results;
 	}
-	return B_OK;
 }
 
 

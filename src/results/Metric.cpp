@@ -1,5 +1,7 @@
 #include "results/Metric.h"
 
+#include <cfloat>
+#include <cmath>
 #include <cstring>
 
 struct MetricName {
@@ -40,6 +42,20 @@ static const MetricName kMetricNames[] = {
     {1050, "Graphics Strings Flushed"},
     {1051, "Graphics Strings Unflushed"},
 };
+
+
+// Rates are handed on as floats. A record from elsewhere can hold a time so
+// small (a denormal) that its rate lies beyond a float's range: it becomes an
+// infinite rate instead of an overflowing conversion.
+static float
+RateAsFloat(double rate)
+{
+	if (rate > FLT_MAX)
+		return HUGE_VALF;
+	if (rate < -FLT_MAX)
+		return -HUGE_VALF;
+	return static_cast<float>(rate);
+}
 
 
 Metric::Metric() : fIndex(0), fCount(0), fTimes(), fCycles(1), fDrawn()
@@ -157,7 +173,7 @@ Metric::MaxRate(int& which) const
 {
 	float best = 0;
 	for (int i = 0; i < fCount; i++) {
-		const float rate = static_cast<float>(Rate(i));
+		const float rate = RateAsFloat(Rate(i));
 		if (rate > best) {
 			best = rate;
 			which = i;
@@ -177,7 +193,7 @@ Metric::NextSmallestRate(float& rate)
 	for (int i = 0; i < fCount; i++) {
 		if (fDrawn[i])
 			continue;
-		const float candidate = static_cast<float>(Rate(i));
+		const float candidate = RateAsFloat(Rate(i));
 		if (candidate < rate && candidate > 0 && candidate > foundRate) {
 			found = i;
 			foundRate = candidate;

@@ -1118,16 +1118,20 @@ Finish(platform_interface::Painter* painter, const BView* view)
 }
 
 
-// A BeOS rectangle (inclusive edges) as pixels: x, y, width, height. An
-// inverted rectangle gives a width or height that is not positive.
-void
-PixelRect(BRect rect, BPoint offset, int* x, int* y, int* width, int* height)
-{
-	*x = Pixel(rect.left + offset.x);
-	*y = Pixel(rect.top + offset.y);
-	*width = Pixel(rect.right + offset.x) - *x + 1;
-	*height = Pixel(rect.bottom + offset.y) - *y + 1;
-}
+// A BeOS rectangle (inclusive edges) as its corner pixels, in the order it
+// was given: an inverted rectangle stays inverted.
+struct PixelRect {
+	PixelRect(BRect rect, BPoint offset)
+	    : left(Pixel(rect.left + offset.x)), top(Pixel(rect.top + offset.y)),
+	      right(Pixel(rect.right + offset.x)), bottom(Pixel(rect.bottom + offset.y))
+	{
+	}
+
+	int left;
+	int top;
+	int right;
+	int bottom;
+};
 
 } // namespace
 
@@ -1175,9 +1179,8 @@ BView::StrokeRect(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->StrokeRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->StrokeRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 	Finish(painter, this);
 }
 
@@ -1196,9 +1199,8 @@ BView::FillRect(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->FillRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->FillRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 
@@ -1216,9 +1218,8 @@ BView::InvertRect(BRect rect)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	painter->InvertRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	painter->InvertRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 
@@ -1236,9 +1237,8 @@ BView::StrokeEllipse(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->StrokeEllipse(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->StrokeEllipse(pixels.left, pixels.top, pixels.right, pixels.bottom);
 	Finish(painter, this);
 }
 
@@ -1265,9 +1265,8 @@ BView::FillEllipse(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->FillEllipse(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->FillEllipse(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 

