@@ -413,6 +413,26 @@ Results::Save(FILE* file, const int& columns) const
 }
 
 
+// A row is the bar line (17) and, expanded, a gap of 10 and 13 per device
+// line, as Draw steps them.
+float
+Results::RowHeight() const
+{
+	float height = 17;
+	if (fExpanded)
+		height += 10 + 13.0f * fDevices.Size();
+	return height;
+}
+
+
+// 16 x 16 pixels at the left of the row (BRect coordinates are inclusive).
+BRect
+Results::IconFrame(float y)
+{
+	return BRect(2, y, 17, y + 15);
+}
+
+
 // BRect coordinates are inclusive.
 bool
 Results::Contains(BPoint point)

@@ -67,6 +67,15 @@ public:
 	void SaveUnits(FILE* file, const int& columns) const;
 	void Save(FILE* file, const int& columns) const;
 
+	// One comparison row at y: the description (blue when selected), the
+	// icon, the current metric's bars (Metric::Draw) and, when expanded, the
+	// device lines. Moves y past what it drew.
+	void Draw(BView* view, const float& maxScale, const long& left, const rgb_color* colors,
+	          float& y, const bool& selected, const float& reference);
+	// How far Draw moves y, and where it puts the icon for a row at y: rows
+	// out of sight are stepped over with these instead of being drawn.
+	float RowHeight() const;
+	static BRect IconFrame(float y);
 	// A click on the icon toggles the device list and the icon's picture.
 	bool Contains(BPoint point);
 	void PrintToStream() const;
