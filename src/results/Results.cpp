@@ -64,6 +64,25 @@ Results::Results(bool isCurrent)
 }
 
 
+Results::Results(NoProfile)
+    : fIconRect(0, 0, -1, -1), fExpanded(false), fNbrCpus(0), fCpuCountdown(1), fOverhead(0),
+      fIcon(nullptr), fIsCurrent(false)
+{
+	fIcon = new (std::nothrow) BBitmap(BRect(0, 0, 15, 15), B_CMAP8);
+	if (fIcon != nullptr)
+		fIcon->SetBits(Processor, kProcessorIconSize, 0, B_CMAP8);
+}
+
+
+Results*
+Results::FromRecord(const char* record)
+{
+	Results* results = new Results(NoProfile());
+	results->Read(record);
+	return results;
+}
+
+
 Results::~Results()
 {
 	fDevices.Clear();

@@ -30,6 +30,10 @@ public:
 	// Reads this machine's profile (Reset).
 	explicit Results(bool isCurrent = false);
 	~Results() override;
+	// A stored run (isCurrent false) made from a record line: it describes
+	// another machine, so this one's profile, which Read would overwrite, is
+	// not taken (that costs milliseconds, a lot for a store of many runs).
+	static Results* FromRecord(const char* record);
 
 	Results(const Results&) = delete;
 	// Deep copies of metrics and device lines, with iconRect, expanded,
@@ -94,6 +98,8 @@ public:
 	LinkList<RelatedDevices>& Devices() { return fDevices; }
 
 private:
+	struct NoProfile {};
+	explicit Results(NoProfile);
 	void AddDevice(int32 classId, const char* text);
 
 	LibTimer fTimer;
