@@ -2,10 +2,12 @@
 // needs the window half of the platform.
 #include "results/Results.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
 #include <Bitmap.h>
+#include <Font.h>
 #include <View.h>
 
 #include "lib/LibString.h"
@@ -64,10 +66,19 @@ Results::Draw(BView* view, const float& maxScale, const long& left, const rgb_co
 		return;
 	view->SetHighColor(0, 0, 0, 0);
 	y += 10;
+	// The device lines in a smaller type, so that a label fits before 75; a
+	// wider one (a larger desktop font) pushes its text right rather than
+	// under it.
+	BFont font;
+	view->GetFont(&font);
+	view->SetFontSize(10);
 	for (ListNode<RelatedDevices>* node = fDevices.Position(0); node != nullptr;
 	     node = node->fNext) {
-		view->DrawString(RelatedDevices::ClassLabel(node->fData->ClassId()), BPoint(30, y));
-		view->DrawString(node->fData->Description(), BPoint(75, y));
+		const char* label = RelatedDevices::ClassLabel(node->fData->ClassId());
+		view->DrawString(label, BPoint(30, y));
+		const float textLeft = std::max(75.0f, 30 + view->StringWidth(label) + 3);
+		view->DrawString(node->fData->Description(), BPoint(textLeft, y));
 		y += 13;
 	}
+	view->SetFont(&font);
 }

@@ -18,8 +18,10 @@
 #include <DrawingRecorder.h>
 #include <Menu.h>
 #include <MenuItem.h>
+#include <Node.h>
 #include <Path.h>
 #include <PlatformTest.h>
+#include <TypeConstants.h>
 
 #include "app/AppTestSupport.h"
 #include "lib/LibColorChooser.h"
@@ -213,6 +215,24 @@ TEST_F(CompareWinTest, CompareOpensWithTheRunFirstAndTheStoreUnderIt)
 	EXPECT_EQ(names[4].rfind("Delta", 0), 0u);
 	EXPECT_TRUE(apptest::Screenshot("compare-window"));
 
+	// A click on a row's icon shows its devices and selects it.
+	CompareResultsView* view = window->ResultsView();
+	ASSERT_TRUE(apptest::ClickView(view, BPoint(9, kCompareFirstRow + 2 * 17 + 8)));
+	ASSERT_TRUE(RunUntil([&] {
+		window->Lock();
+		const bool selected = view->Selected() == view->List().Get(2L);
+		window->Unlock();
+		return selected;
+	}));
+	window->Lock();
+	EXPECT_TRUE(view->List().Get(2L)->Expanded());
+	EXPECT_FALSE(view->List().Get(1L)->Expanded());
+	window->Unlock();
+	std::vector<std::string> texts = DrawnTexts(window);
+	EXPECT_TRUE(Has(texts, "Storage"));
+	EXPECT_TRUE(Has(texts, "IDE controller"));
+	EXPECT_TRUE(apptest::Screenshot("compare-expanded"));
+
 	// A second "Compare..." brings the same window back with the run still
 	// first and only once.
 	results->PostMessage(kMsgResultsCompare);
@@ -319,6 +339,38 @@ TEST_F(CompareWinTest, DroppedResultsFilesJoinTheStoreAndOthersAreIgnored)
 	EXPECT_EQ(names[0].rfind("Alpha", 0), 0u);
 	EXPECT_EQ(names[1].rfind("Epsilon", 0), 0u);
 	EXPECT_EQ(names[2].rfind("Zeta", 0), 0u);
+}
+
+TEST_F(CompareWinTest, DamagedOrUnwritableStoreLosesNoRowAndTheWindowWorks)
+{
+	// A store whose bytes are not a message: nothing is read from it.
+	BNode node(fAppPath.Path());
+	const char garbage[] = "not a flattened message";
+	ASSERT_GT(node.WriteAttr(kCompareStoreAttribute, B_MESSAGE_TYPE, 0, garbage, sizeof(garbage)),
+	          0);
+	CompareWin* window = Open(false);
+	EXPECT_TRUE(Descriptions(window).empty());
+	Results run(false);
+	MakeRun(run);
+	window->SetResults(run);
+	window->Show();
+	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
+	EXPECT_EQ(Descriptions(window).size(), 1u);
+
+	// Neither the executable nor the per-user place takes the store: the
+	// user is told, and the dropped rows stay in the window.
+	setenv("XDG_DATA_HOME", "/dev/null/quickstep", 1);
+	const std::string good = fDirectory.Path("one.results");
+	WriteResultsFile(good, {MachineRecord("Theta", 2, 2)});
+	apptest::AlertAnswerer answerer({0});
+	BMessage drop(B_SIMPLE_DATA);
+	entry_ref ref(good.c_str());
+	drop.AddRef("refs", &ref);
+	window->PostMessage(&drop, window->ResultsView());
+	ASSERT_TRUE(RunUntil([&] { return answerer.Answered() == 1; }));
+	ASSERT_EQ(answerer.Texts().size(), 1u);
+	EXPECT_EQ(answerer.Texts()[0].rfind("The comparison store could not be written", 0), 0u);
+	EXPECT_EQ(Descriptions(window).size(), 2u);
 }
 
 TEST_F(CompareWinTest, KeySWritesTheTableAndSaveShowsWhenWidened)
