@@ -59,6 +59,7 @@ CompareWin::CompareWin(BLooper* owner, bool allowSave)
 
 	fChoices = new LibMenuButton(LibRect(30, 3, 300, 20), "choices", "Test");
 	fChoices->AddItem("Overall", new BMessage(kMsgCompareTest));
+	fChoices->Choose(0);
 	fView->AddChild(fChoices);
 
 	fRatio = new BCheckBox(LibRect(350, 7, 200, 15), "ratio", "Percent of Current Selection",
@@ -237,6 +238,9 @@ CompareWin::MessageReceived(BMessage* message)
 		case kMsgCompareSave:
 			SaveComparison();
 			break;
+		case kMsgCompareFocusRows:
+			fResults->MakeFocus(true);
+			break;
 		case kMsgCompareRatio:
 			fResults->CompareByRatio(fRatio->Value() == B_CONTROL_ON);
 			fResults->Invalidate();
@@ -263,6 +267,16 @@ CompareWin::MessageReceived(BMessage* message)
 		default:
 			LibWindow::MessageReceived(message);
 	}
+}
+
+
+// Showing a window gives the keys to its first control; the focus moves to
+// the rows once that is done.
+void
+CompareWin::Show()
+{
+	LibWindow::Show();
+	PostMessage(kMsgCompareFocusRows);
 }
 
 

@@ -26,6 +26,7 @@ const uint32 kMsgCompareSave = 1001;
 const uint32 kMsgCompareRatio = 1002;
 // A click on a bar: int32 "index" is the colour to change.
 const uint32 kMsgCompareChooseColor = 'CmCC';
+const uint32 kMsgCompareFocusRows = 'CmFR';
 
 // Results files larger than this are not taken (a store of a thousand
 // machines is well under a megabyte).
@@ -53,6 +54,8 @@ public:
 
 	void MessageReceived(BMessage* message) override;
 	void FrameResized(float newWidth, float newHeight) override;
+	// The rows take the keys ("S") once the window is up.
+	void Show() override;
 	bool QuitRequested() override;
 	void UpdateScrollBars(const float& height);
 	void ColorChooserClosed();
