@@ -203,27 +203,6 @@ TEST_F(QuickstepAppTest, SystemWindowShowsTheProfileAndIsRebuiltAfterClosing)
 	platform_set_screen(nullptr, B_NO_COLOR_SPACE);
 }
 
-TEST_F(QuickstepAppTest, ContextHelpRequestsReachTheHelpManager)
-{
-	fApp->ReadyToRun();
-	QuickstepWin* main = fApp->MainWindow();
-	ASSERT_TRUE(RunUntil([&] { return !main->IsHidden(); }));
-	main->Lock();
-	BView* strings = main->FindView("cpustring");
-	main->Unlock();
-	ASSERT_NE(strings, nullptr);
-
-	// Shift+F1 with the pointer over the Strings box: the help window comes
-	// later, the request is named on standard error.
-	testing::internal::CaptureStderr();
-	ASSERT_TRUE(apptest::ClickView(strings, BPoint(30, 8)));
-	ASSERT_TRUE(apptest::RunCommand("xdotool key shift+F1"));
-	apptest::RunFor(0.5);
-	std::string printed = testing::internal::GetCapturedStderr();
-	EXPECT_NE(printed.find("QuickstepWin/cpustring/cpubox/bgview"), std::string::npos) << printed;
-	apptest::CloseMainWindow(main);
-}
-
 TEST_F(QuickstepAppTest, HelpMenuOpensTheManualInTheBrowser)
 {
 	TempDirectory temp;
