@@ -41,6 +41,10 @@ void platform_set_tmp_directory(const char* path);
 // user's" file without changing owners.
 void platform_set_user_id(int64 uid);
 
+// The directories (colon-separated) BMailMessage looks in for sendmail and
+// xdg-email instead of PATH, /usr/sbin and /usr/lib (null: those again).
+void platform_set_mail_tool_path(const char* directories);
+
 // How many finished, never waited-for threads stay known (0: the default).
 void platform_set_finished_thread_limit(int32 limit);
 
