@@ -386,14 +386,6 @@ TEST_F(PackCommandTest, PackedRunIsTheWindowsArchive)
 	const std::string file =
 	    Output("unzip -p '" + saved + ".zip' | tar -xOf - results/run.results");
 	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
-
-	// Without zip the tar keeps the chosen name, and the user is told.
-	setenv("PATH", (fTemp + "/bin").c_str(), 1);
-	outcome = Run({"run", "ackerman", "--save", saved, "--pack"});
-	setenv("PATH", fOldPath.c_str(), 1);
-	EXPECT_EQ(outcome.exitStatus, 0) << outcome.err;
-	EXPECT_NE(outcome.err.find("the utility 'zip' was not found"), std::string::npos);
-	EXPECT_NE(Output("tar -tf '" + saved + "'").find("results/run.results"), std::string::npos);
 }
 
 
