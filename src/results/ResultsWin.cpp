@@ -173,6 +173,12 @@ ResultsWin::QuitRequested()
 		fCompareWin->Quit();
 		fCompareWin = nullptr;
 	}
+	// The unknown-devices window never agrees to close by itself: it would
+	// keep the application from quitting.
+	if (fDevicesWin != nullptr && fDevicesWin->Lock()) {
+		fDevicesWin->Quit();
+		fDevicesWin = nullptr;
+	}
 	return true;
 }
 

@@ -353,6 +353,7 @@ TEST_F(ResultsWinSaveTest, UnknownDevicesAreNamedThenTheRunIsPackedAndOfferedFor
 	devices->Unlock();
 
 	// Closing it brings the save panel; the window waits hidden.
+	int32 windows = be_app->CountWindows();
 	devices->PostMessage(B_QUIT_REQUESTED);
 	ASSERT_TRUE(RunUntil([&] { return window->SavePanel()->IsShowing(); }));
 	EXPECT_TRUE(devices->IsHidden());
@@ -368,6 +369,7 @@ TEST_F(ResultsWinSaveTest, UnknownDevicesAreNamedThenTheRunIsPackedAndOfferedFor
 	EXPECT_EQ(std::string(window->SavePath().Path()), zip);
 	EXPECT_FALSE(window->SavePanel()->IsShowing());
 	EXPECT_EQ(window->DevicesWindow(), nullptr);
+	EXPECT_TRUE(RunUntil([&] { return be_app->CountWindows() < windows; }));
 	EXPECT_FALSE(LibExists(fTmp.Path("results").c_str()));
 	EXPECT_FALSE(LibExists(fTmp.Path("Quickstep.tar").c_str()));
 	EXPECT_FALSE(LibExists(fHome.Path("Quickstep.results").c_str()));
@@ -463,4 +465,20 @@ TEST_F(ResultsWinSaveTest, MailCarriesTheArchiveOrSaysWhyItCannot)
 	EXPECT_NE(text.find("\n\nResults for : Dual PII 400 BX.\n"), std::string::npos);
 	EXPECT_EQ(std::string(window->SavePath().Path()), fHome.Path("Quickstep.results"));
 	EXPECT_NE(text.find("filename=\"Quickstep.results\""), std::string::npos);
+}
+
+TEST_F(ResultsWinSaveTest, QuittingTheWindowQuitsTheUnknownDevicesWindow)
+{
+	UseBus("pci-catalog-unknown");
+	ResultsWin* window = WindowWithRun(27);
+	window->PostMessage(kMsgResultsSave);
+	ASSERT_TRUE(RunUntil([&] { return window->DevicesWindow() != nullptr; }));
+	int32 windows = be_app->CountWindows();
+	// As the application asks when it quits: the devices window must not
+	// hold it up.
+	window->Lock();
+	EXPECT_TRUE(window->QuitRequested());
+	window->Unlock();
+	EXPECT_EQ(window->DevicesWindow(), nullptr);
+	EXPECT_TRUE(RunUntil([&] { return be_app->CountWindows() == windows - 1; }));
 }
