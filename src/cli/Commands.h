@@ -40,5 +40,10 @@ void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 void AddStoreCommand(CLI::App& app, CommandTable& commands);
 void AddCompareCommand(CLI::App& app, CommandTable& commands);
 void AddHelpCommand(CLI::App& app, CommandTable& commands);
+void AddMailCommand(CLI::App& app, CommandTable& commands);
+
+// Packs the results file at path with the report of unknown devices, as the
+// results window does; answers the exit status.
+int PackSavedRun(const char* path);
 
 #endif // CLI_COMMANDS_H

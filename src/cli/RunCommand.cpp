@@ -58,7 +58,7 @@ const CheckBox kCheckBoxes[] = {
 };
 
 const char* kRunUsage =
-    "usage: quickstep-cli run TESTS [--save FILE] [--json]\n"
+    "usage: quickstep-cli run TESTS [--save FILE [--pack]] [--json]\n"
     "  TESTS: comma-separated, any case: all, Graphics, Strings, Memory, Savage,\n"
     "  Ackerman, Dhrystone, Fourier, Whetstone, Sieve, LifeCycle (Disk LifeCycle),\n"
     "  Input/Output (Disk Input/Output); all is every box of the main window\n"
@@ -69,6 +69,7 @@ const int kExitInterrupted = 130;
 struct RunOptions {
 	std::string tests;
 	std::string saveFile;
+	bool pack = false;
 	bool json = false;
 };
 
@@ -414,6 +415,8 @@ RunTests(const RunOptions& options)
 			fprintf(stderr, "quickstep-cli run: %s: %s\n", options.saveFile.c_str(), why);
 			return 1;
 		}
+		if (options.pack)
+			return PackSavedRun(options.saveFile.c_str());
 	}
 	return 0;
 }
@@ -431,7 +434,13 @@ AddRunCommand(CLI::App& app, CommandTable& commands)
 	    ->add_option("tests", options.tests,
 	                 "Comma-separated tests (check-box labels or display names), or all")
 	    ->required();
-	command->add_option("--save", options.saveFile, "Write the run to this results file");
+	CLI::Option* save =
+	    command->add_option("--save", options.saveFile, "Write the run to this results file");
+	command
+	    ->add_flag("--pack", options.pack,
+	               "Pack the results file with the report of unknown devices for mailing "
+	               "(FILE becomes FILE.zip)")
+	    ->needs(save);
 	command->add_flag("--json", options.json, "Print the run as JSON instead of a table");
 	commands.Add(command, [] { return RunTests(options); });
 }

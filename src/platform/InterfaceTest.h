@@ -13,4 +13,8 @@ bool platform_ui_run_until(const std::function<bool()>& done, bigtime_t timeout)
 // Runs the loop for duration microseconds.
 void platform_ui_run_for(bigtime_t duration);
 
+// While set, a file panel's Show only marks the panel as showing and runs no
+// chooser: the test answers with the panel's message itself.
+void platform_set_file_chooser_disabled(bool disabled);
+
 #endif // INTERFACE_TEST_H

@@ -13,6 +13,7 @@ class BListView;
 class BMessage;
 class BScrollView;
 class CompareWin;
+class GetSysDeviceWin;
 class Results;
 
 const uint32 kMsgResultsCancel = 500;
@@ -38,10 +39,26 @@ public:
 	// hands the run to the one open.
 	void CompareResults();
 
+	// "Save...": a run of fewer tests than all asks first; the unknown-devices
+	// window comes before the save panel when the machine has such devices.
+	void SaveResults();
+	// Proposes "Quickstep.results".
+	void ShowSavePanel();
+	// The save panel's answer: writes the results file, packs it for mailing
+	// and offers to mail it.
+	void SaveResultFile(BMessage* message);
+	// Mails the saved archive with the user's description of the machine.
+	void EmailResults(const char* config);
+	// The unknown-devices window is done: the save panel follows.
+	void GetSysDeviceQuit();
+
 	void MessageReceived(BMessage* message) override;
 	bool QuitRequested() override;
 
 	BListView* List() const { return fList; }
+	BFilePanel* SavePanel() const { return fSavePanel; }
+	GetSysDeviceWin* DevicesWindow() const { return fDevicesWin; }
+	const BPath& SavePath() const { return fSavePath; }
 	const Results* Record() const { return fRecord; }
 	bool CompareFlag() const { return fCompareFlag; }
 	CompareWin* CompareWindow() const { return fCompareWin; }
@@ -52,7 +69,7 @@ private:
 	BFilePanel* fSavePanel;
 	Results* fRecord;
 	CompareWin* fCompareWin;
-	BWindow* fDevicesWin;
+	GetSysDeviceWin* fDevicesWin;
 	BPath fSavePath;
 	bool fCompareFlag;
 };

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -323,6 +324,112 @@ TEST_F(RunCommandTest, InterruptionCleansUpAndExits130)
 		EXPECT_NE(outcome.err.find("interrupted"), std::string::npos);
 		EXPECT_TRUE(TempEntries().empty()) << TempEntries().size() << " files left";
 	}
+}
+
+// Packing and mailing from the command line: the same archive as the
+// window's, and the message a fake sendmail along PATH receives.
+class PackCommandTest : public RunCommandTest
+{
+protected:
+	void SetUp() override
+	{
+		RunCommandTest::SetUp();
+		const char* path = getenv("PATH");
+		fOldPath = path != nullptr ? path : "";
+		mkdir((fTemp + "/bin").c_str(), 0755);
+	}
+
+	void TearDown() override
+	{
+		setenv("PATH", fOldPath.c_str(), 1);
+		RunCommandTest::TearDown();
+	}
+
+	static std::string Output(const std::string& command)
+	{
+		std::string text;
+		FILE* pipe = popen(command.c_str(), "r");
+		if (pipe == nullptr)
+			return text;
+		char buffer[256];
+		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
+			text += buffer;
+		pclose(pipe);
+		return text;
+	}
+
+	std::string fOldPath;
+};
+
+
+TEST_F(PackCommandTest, PackedRunIsTheWindowsArchive)
+{
+	// The fixed names are the real /tmp ones here: never disturb a user's.
+	if (access("/tmp/results", F_OK) == 0 || access("/tmp/Quickstep.tar", F_OK) == 0)
+		GTEST_SKIP() << "/tmp/results or /tmp/Quickstep.tar exists";
+	if (std::system("command -v zip unzip > /dev/null") != 0)
+		GTEST_SKIP() << "zip and unzip are needed";
+
+	Outcome refused = Run({"run", "ackerman", "--pack"});
+	EXPECT_EQ(refused.exitStatus, 2) << "--pack needs --save";
+
+	const std::string saved = fTemp + "/run.results";
+	Outcome outcome = Run({"run", "ackerman", "--save", saved, "--pack"});
+	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
+	EXPECT_NE(outcome.err.find("quickstep-cli mail " + saved + ".zip"), std::string::npos)
+	    << outcome.err;
+	EXPECT_NE(access(saved.c_str(), F_OK), 0);
+	EXPECT_NE(access("/tmp/results", F_OK), 0);
+	EXPECT_NE(access("/tmp/Quickstep.tar", F_OK), 0);
+	const std::string listing = Output("unzip -p '" + saved + ".zip' | tar -tf -");
+	EXPECT_NE(listing.find("results/run.results\n"), std::string::npos) << listing;
+	const std::string file =
+	    Output("unzip -p '" + saved + ".zip' | tar -xOf - results/run.results");
+	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
+}
+
+
+TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
+{
+	const std::string packed = fTemp + "/run.results.zip";
+	FILE* file = fopen(packed.c_str(), "w");
+	ASSERT_NE(file, nullptr);
+	fputs("PK archive", file);
+	fclose(file);
+
+	Outcome missing = Run({"mail", fTemp + "/none.zip"});
+	EXPECT_EQ(missing.exitStatus, 1);
+	EXPECT_NE(missing.err.find("none.zip: No such file"), std::string::npos) << missing.err;
+	Outcome tooLong = Run({"mail", packed, "--config", std::string(201, 'x')});
+	EXPECT_EQ(tooLong.exitStatus, 2);
+
+	const std::string sendmail = fTemp + "/bin/sendmail";
+	file = fopen(sendmail.c_str(), "w");
+	ASSERT_NE(file, nullptr);
+	fprintf(file, "#!/bin/sh\ncat > '%s/message'\n", fTemp.c_str());
+	fclose(file);
+	ASSERT_EQ(chmod(sendmail.c_str(), 0755), 0);
+	setenv("PATH", (fTemp + "/bin:" + fOldPath).c_str(), 1);
+	Outcome sent = Run({"mail", packed, "--config", "Dual PII 400 BX"});
+	setenv("PATH", fOldPath.c_str(), 1);
+	ASSERT_EQ(sent.exitStatus, 0) << sent.err;
+	const std::string message = ReadAll(fTemp + "/message");
+	EXPECT_NE(message.find("\nTo: quickstep-results@"), std::string::npos) << message;
+	EXPECT_NE(message.find("\n\nResults for : Dual PII 400 BX.\n"), std::string::npos);
+	EXPECT_NE(message.find("filename=\"run.results.zip\""), std::string::npos);
+
+	// With neither tool nothing is sent; a machine with a real sendmail in
+	// its system directories would send for real, so it is left out there.
+	if (access("/usr/sbin/sendmail", F_OK) == 0 || access("/usr/lib/sendmail", F_OK) == 0)
+		return;
+	std::remove((fTemp + "/message").c_str());
+	std::remove(sendmail.c_str());
+	setenv("PATH", (fTemp + "/bin").c_str(), 1);
+	Outcome unsent = Run({"mail", packed});
+	setenv("PATH", fOldPath.c_str(), 1);
+	EXPECT_EQ(unsent.exitStatus, 1);
+	EXPECT_NE(unsent.err.find("neither sendmail nor xdg-email"), std::string::npos) << unsent.err;
+	EXPECT_NE(access((fTemp + "/message").c_str(), F_OK), 0);
 }
 
 } // namespace
