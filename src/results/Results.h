@@ -22,6 +22,8 @@ class BView;
 
 // The buffer callers write one record into; it bounds a record.
 const size_t kRecordSize = 9000;
+// Timings of the empty calibration loop, of which the shortest is kept.
+const int32 kCalibrationRuns = 5;
 
 class Results : public LinkList<Metric>
 {
@@ -45,7 +47,8 @@ public:
 	// The metric of that name (its cycles unchanged), or a new one appended.
 	Metric* NewTest(const char* name, const long& cycles);
 	// Measures the overhead of iterations loop passes that each call rand()
-	// randCalls times (1 to 6; any other value: an empty pass).
+	// randCalls times (1 to 6; any other value: an empty pass, timed
+	// kCalibrationRuns times, the shortest kept).
 	void Calibrate(const long& iterations, int randCalls);
 	void StartTimer();
 	// Seconds since StartTimer, less the calibrated overhead.
