@@ -19,6 +19,7 @@
 #include "engine/MachineCheck.h"
 #include "engine/Whetstone.h"
 #include "engine/WhetstoneThread.h"
+#include "lib/LibBuildInfo.h"
 #include "lib/LibStatistics.h"
 #include "results/Metric.h"
 
@@ -144,6 +145,7 @@ int32
 Benchmark::Action()
 {
 	fResults.Reset();
+	fResults.SetProgram(LibBuildIdentity());
 	const int32 cpus = fResults.NbrCpus();
 	fConfigurations = cpus < kMaxConfigurations ? cpus : kMaxConfigurations;
 

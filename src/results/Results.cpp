@@ -80,6 +80,7 @@ Results::operator=(const Results& other)
 	fIconRect = other.fIconRect;
 	fExpanded = other.fExpanded;
 	fDescription = other.fDescription;
+	fProgram = other.fProgram;
 	fNbrCpus = other.fNbrCpus;
 	fCpuCountdown = other.fCpuCountdown;
 	// The list copies move only the source's cursors, which are mutable.

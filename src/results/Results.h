@@ -77,6 +77,10 @@ public:
 	// The metric under the list's cursor, or null.
 	Metric* CurrentMetric() const;
 	const char* Description() const { return fDescription; }
+	// The build of the program that measured the run ("1.2.2 (commit ...)"),
+	// "" when unknown. Kept beside the record, never in it.
+	const char* Program() const { return fProgram; }
+	void SetProgram(const char* program) { fProgram = program; }
 	int32 NbrCpus() const { return fNbrCpus; }
 	int32 CpuCountdown() const { return fCpuCountdown; }
 	bigtime_t Overhead() const { return fOverhead; }
@@ -94,6 +98,7 @@ private:
 	BRect fIconRect;
 	bool fExpanded;
 	LibString fDescription;
+	LibString fProgram;
 	int32 fNbrCpus;
 	int32 fCpuCountdown;
 	bigtime_t fOverhead;
