@@ -280,7 +280,7 @@ Benchmark::RunGraphics()
 }
 
 
-void
+__attribute__((noinline)) void
 Benchmark::CopyStrings(char* buffer, const char* text, long loops)
 {
 	char* (*copy)(char*, const char*) = sCopy;
@@ -289,7 +289,7 @@ Benchmark::CopyStrings(char* buffer, const char* text, long loops)
 }
 
 
-void
+__attribute__((noinline)) void
 Benchmark::CompareStrings(const char* buffer, const char* text, long loops)
 {
 	int (*compare)(const char*, const char*) = sCompare;
@@ -323,7 +323,7 @@ Benchmark::RunStrings()
 }
 
 
-void
+__attribute__((noinline)) void
 Benchmark::AllocateBlocks(long loops)
 {
 	for (long i = 0; i < loops; i++) {
@@ -350,7 +350,7 @@ Benchmark::RunMemory()
 }
 
 
-double
+__attribute__((noinline)) double
 Benchmark::Savage(const long& iterations)
 {
 	double a = 1.0;
@@ -396,7 +396,7 @@ Benchmark::Ackerman(const int& m, const int& n)
 }
 
 
-void
+__attribute__((noinline)) void
 Benchmark::AckermanLoops(long loops)
 {
 	for (long i = 0; i < loops; i++) {

@@ -92,8 +92,8 @@ public:
 
 	static int32 Ackerman(const int& m, const int& n);
 
-	// The timed loops of the inline kernels, callable on their own so that
-	// the same code can be timed outside a run.
+	// The timed loops of the inline kernels, never inlined into their callers,
+	// so that a run and bench/'s standalone build execute the same code.
 	static void CopyStrings(char* buffer, const char* text, long loops);
 	static void CompareStrings(const char* buffer, const char* text, long loops);
 	static void AllocateBlocks(long loops);
