@@ -20,6 +20,7 @@
 #include <View.h>
 
 #include "app/AnimateCursor.h"
+#include "engine/GraphicsWin.h"
 #include "engine/MachineCheck.h"
 #include "lib/LibAlert.h"
 #include "lib/LibApp.h"
@@ -172,6 +173,9 @@ QuickstepWin::QuickstepWin(bool allowCompareSave)
 	fResultsWin->SetPosition(kLibPositionTopLeft);
 
 	fMenuBar->FindItem(kMsgStartTest)->SetEnabled(false);
+
+	// The worker draws its graphics test in a window of its own.
+	Benchmark::SetGraphicsTest(GraphicsWin::RunTests);
 
 	fCursor = new AnimateCursor("LoadCursor", 4);
 	for (long frame = 0; frame < 4; frame++)

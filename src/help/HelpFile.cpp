@@ -9,6 +9,7 @@
 #include <Path.h>
 #include <Resources.h>
 
+#include "help/HelpPage.h"
 #include "help/xmlParser.h"
 #include "help/xmlTag.h"
 #include "lib/LibFile.h"
@@ -195,28 +196,7 @@ HelpFile::ReadPageNames(const char* path, LinkList<LibString>& names)
 LibString
 HelpFile::PageText(xmlTag& page)
 {
-	const LibString& contents = page.Contents();
-	LibString text;
-	int32 done = 0;
-	LinkList<xmlTag>& children = page.Children();
-	for (xmlTag* child = children.First(); child != nullptr; child = children.Next()) {
-		int32 at = child->ParentLocation();
-		if (at > done) {
-			text += contents.Extract(done, at - done);
-			done = at;
-		}
-		text.StripTrailingSpaces();
-		if (child->Name() == "P")
-			text += "\n\n";
-		else if (child->Name() == "BR")
-			text += "\n";
-		else
-			text += child->Contents();
-		// A break written with a space before it leaves that space at the start
-		// of the next line.
-		while (done < contents.Length() && contents.String()[done] == ' ')
-			done++;
-	}
-	text += contents.Extract(done, -1);
-	return text;
+	HelpPage text;
+	text.Read(page);
+	return text.Text();
 }

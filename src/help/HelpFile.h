@@ -52,7 +52,7 @@ public:
 	// Names of every PAGE element, in file order.
 	static status_t ReadPageNames(const char* path, LinkList<LibString>& names);
 
-	// A page's text with its paragraph (P) and line (BR) breaks put back.
+	// A page's text as HelpPage::Text gives it: paragraphs, lines, list items.
 	static LibString PageText(xmlTag& page);
 };
 

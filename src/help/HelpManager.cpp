@@ -4,20 +4,23 @@
 #include <cstring>
 
 #include <AppFileInfo.h>
+#include <Autolock.h>
 #include <Message.h>
 #include <Path.h>
 
 #include "help/HelpFile.h"
+#include "help/HelpWindow.h"
 #include "lib/LibFile.h"
 
 
-HelpManager::HelpManager() : BHandler("HelpManager")
+HelpManager::HelpManager() : BHandler("HelpManager"), fWindow(nullptr)
 {
 }
 
 
 HelpManager::~HelpManager()
 {
+	CloseWindow();
 }
 
 
@@ -45,21 +48,72 @@ HelpManager::ContextKey(const BMessage* request)
 
 
 void
+HelpManager::ContextKeys(const BMessage* request, LinkList<LibString>& keys)
+{
+	const char* window = nullptr;
+	if (request->FindString("window", &window) != B_OK)
+		window = "";
+	const char* part = nullptr;
+	for (int32 first = 0; request->FindString("view", first, &part) == B_OK; first++) {
+		LibString* key = new LibString(window);
+		for (int32 i = first; request->FindString("view", i, &part) == B_OK; i++) {
+			*key += "/";
+			*key += part;
+		}
+		keys.Insert(key);
+	}
+}
+
+
+void
 HelpManager::MessageReceived(BMessage* message)
 {
 	if (message->what != kMsgHelpRequest) {
 		BHandler::MessageReceived(message);
 		return;
 	}
-	// The help window is not part of this version; the request is named so a
-	// user who pressed Shift+F1 sees where the help would have opened.
-	fprintf(stderr, "No help window for %s\n", ContextKey(message).String());
+	if (fWindow == nullptr) {
+		fWindow = new HelpWindow(fHelpName, this);
+		fWindow->Run();
+		fWindow->SetPosition(kLibPositionMiddleLeft);
+	}
+	BAutolock lock(fWindow);
+	// Views that have no entry of their own (a label inside a box, a scroll
+	// bar) lead to the entry of the nearest parent that has one; a request
+	// that finds none is reported with its full key.
+	LinkList<LibString> keys;
+	ContextKeys(message, keys);
+	LibString key = ContextKey(message);
+	for (LibString* candidate = keys.First(); candidate != nullptr; candidate = keys.Next()) {
+		if (fWindow->HasHelpFor(*candidate)) {
+			key = *candidate;
+			break;
+		}
+	}
+	fWindow->HelpForInterface(key);
+	// A window already on show keeps its place; it has just changed page.
+	if (fWindow->IsHidden())
+		fWindow->Pop();
 }
 
 
 void
 HelpManager::CloseWindow()
 {
+	if (fWindow == nullptr)
+		return;
+	HelpWindow* window = fWindow;
+	window->Lock();
+	window->Quit();
+	fWindow = nullptr;
+}
+
+
+void
+HelpManager::WindowClosed(HelpWindow* window)
+{
+	if (window == fWindow)
+		fWindow = nullptr;
 }
 
 

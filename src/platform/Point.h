@@ -15,4 +15,6 @@ public:
 	float y;
 };
 
+const BPoint B_ORIGIN(0, 0);
+
 #endif // POINT_H

@@ -20,6 +20,14 @@ public:
 	bool IsValid() const { return left <= right && top <= bottom; }
 	BPoint LeftTop() const { return BPoint(left, top); }
 	BPoint RightBottom() const { return BPoint(right, bottom); }
+	// Moves the rectangle, keeping its size, so that its left top is where.
+	void OffsetTo(BPoint where)
+	{
+		right += where.x - left;
+		bottom += where.y - top;
+		left = where.x;
+		top = where.y;
+	}
 
 	bool operator==(const BRect& other) const
 	{

@@ -203,27 +203,6 @@ TEST_F(QuickstepAppTest, SystemWindowShowsTheProfileAndIsRebuiltAfterClosing)
 	platform_set_screen(nullptr, B_NO_COLOR_SPACE);
 }
 
-TEST_F(QuickstepAppTest, ContextHelpRequestsReachTheHelpManager)
-{
-	fApp->ReadyToRun();
-	QuickstepWin* main = fApp->MainWindow();
-	ASSERT_TRUE(RunUntil([&] { return !main->IsHidden(); }));
-	main->Lock();
-	BView* strings = main->FindView("cpustring");
-	main->Unlock();
-	ASSERT_NE(strings, nullptr);
-
-	// Shift+F1 with the pointer over the Strings box: the help window comes
-	// later, the request is named on standard error.
-	testing::internal::CaptureStderr();
-	ASSERT_TRUE(apptest::ClickView(strings, BPoint(30, 8)));
-	ASSERT_TRUE(apptest::RunCommand("xdotool key shift+F1"));
-	apptest::RunFor(0.5);
-	std::string printed = testing::internal::GetCapturedStderr();
-	EXPECT_NE(printed.find("QuickstepWin/cpustring/cpubox/bgview"), std::string::npos) << printed;
-	apptest::CloseMainWindow(main);
-}
-
 TEST_F(QuickstepAppTest, HelpMenuOpensTheManualInTheBrowser)
 {
 	TempDirectory temp;
@@ -353,5 +332,47 @@ TEST(QuickstepProgramTest, QuitShortcutEndsTheProgram)
 	        program.c_str());
 	fclose(out);
 	Outcome outcome = RunProgram("sh", script, "timeout 20");
+	EXPECT_EQ(outcome.status, 0) << outcome.err;
+}
+
+TEST(QuickstepProgramTest, QuitDuringTheGraphicsTestEndsTheProgramAndItsWindows)
+{
+	QS_REQUIRE_DISPLAY();
+	TempDirectory temp;
+	ASSERT_TRUE(temp.Valid());
+	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
+	// All, Test, the alerts answered with Return (the pointer on each, as
+	// focus follows it), then Ctrl+Q once the graphics window draws.
+	std::string script = temp.Path("quit.sh");
+	FILE* out = fopen(script.c_str(), "w");
+	ASSERT_NE(out, nullptr);
+	fprintf(out,
+	        "%s & pid=$!\n"
+	        "for i in $(seq 1 200); do\n"
+	        "  xdotool search --onlyvisible --name '^Quickstep$' >/dev/null 2>&1 && break\n"
+	        "  sleep 0.05\n"
+	        "done\n"
+	        "xdotool mousemove 150 150 sleep 0.2 key ctrl+a sleep 0.2 key ctrl+t\n"
+	        "drawing=no\n"
+	        "for i in $(seq 1 50); do\n"
+	        "  if xdotool search --onlyvisible --name 'Flushed|Unflushed' >/dev/null 2>&1; then\n"
+	        "    drawing=yes; break\n"
+	        "  fi\n"
+	        "  for w in $(xdotool search --onlyvisible --name '.*' 2>/dev/null); do\n"
+	        "    eval $(xdotool getwindowgeometry --shell $w)\n"
+	        "    [ \"$WIDTH\" -lt 700 ] && [ \"$(xdotool getwindowname $w)\" != Quickstep ] &&\n"
+	        "      xdotool mousemove $((X+WIDTH/2)) $((Y+HEIGHT/2)) sleep 0.1 key Return\n"
+	        "  done\n"
+	        "  sleep 0.3\n"
+	        "done\n"
+	        "[ $drawing = yes ] || { kill $pid; echo 'no graphics window'; exit 3; }\n"
+	        "sleep 0.3\n"
+	        "xdotool mousemove 150 100 sleep 0.2 key ctrl+q\n"
+	        "wait $pid || exit 4\n"
+	        "n=$(xdotool search --onlyvisible --name 'Flushed|Unflushed|Test Graphics' | wc -l)\n"
+	        "[ $n -eq 0 ] || { echo \"$n windows left\"; exit 5; }\n",
+	        program.c_str());
+	fclose(out);
+	Outcome outcome = RunProgram("sh", script, "timeout 40");
 	EXPECT_EQ(outcome.status, 0) << outcome.err;
 }

@@ -1,7 +1,9 @@
 #include "app/QuickstepWin.h"
 
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <set>
@@ -301,6 +303,8 @@ TEST_F(QuickstepWinTest, AllTicksEveryBoxFromItsShortcut)
 
 TEST_F(QuickstepWinTest, ScreenModeAlertAbortStartsNothingAndWarningComesOnce)
 {
+	// About the alerts only: the runs need not draw.
+	Benchmark::SetGraphicsTest(nullptr);
 	SetScreen(1024, 768, B_RGB32);
 	ASSERT_TRUE(Click("cpugraphics"));
 	ASSERT_TRUE(WaitForEstimate("2:40"));
@@ -439,8 +443,9 @@ TEST_F(QuickstepWinTest, SecondTestDuringARunStartsAnotherWorker)
 	GateRelease releaseAtEnd;
 	platform_set_cpu_state_hook(GateCpuState);
 	SetScreen(1024, 768, B_CMAP8);
-	// The graphics test is not installed in this program yet: its passes are
-	// empty and the run goes straight to switching processors.
+	// Without its window the graphics test's passes are empty and the run
+	// goes straight to switching processors.
+	Benchmark::SetGraphicsTest(nullptr);
 	ASSERT_TRUE(Click("cpugraphics"));
 	ASSERT_TRUE(WaitForEstimate("2:40"));
 
@@ -462,4 +467,100 @@ TEST_F(QuickstepWinTest, SecondTestDuringARunStartsAnotherWorker)
 	// with the run.
 	EXPECT_EQ(answerer.Answered(), 1);
 	EXPECT_TRUE(RunUntil([&] { return find_thread("LoadCursor") < 0; }, 2));
+}
+
+namespace {
+
+// The names of the rows of the results window.
+std::vector<std::string>
+RowNames(ResultsWin* results)
+{
+	std::vector<std::string> names;
+	results->Lock();
+	BListView* list = results->List();
+	for (int32 i = 0; i < list->CountItems(); i++) {
+		ResultItem* row = dynamic_cast<ResultItem*>(list->ItemAt(i));
+		if (row != nullptr)
+			names.push_back(row->Name());
+	}
+	results->Unlock();
+	return names;
+}
+
+// The graphics test's window while it is there, or null.
+BWindow*
+GraphicsWindow()
+{
+	for (int32 i = 0; i < be_app->CountWindows(); i++) {
+		BWindow* window = be_app->WindowAt(i);
+		if (strcmp(window->Name(), "GraphicsWin") == 0)
+			return window;
+	}
+	return nullptr;
+}
+
+} // namespace
+
+TEST_F(QuickstepWinTest, GraphicsBoxDrawsInItsOwnWindowAndListsThirteenRows)
+{
+	SetCpus(1);
+	SetScreen(1024, 768, B_CMAP8);
+	ASSERT_TRUE(Click("cpugraphics"));
+	ASSERT_TRUE(WaitForEstimate("1:20"));
+
+	AlertAnswerer answerer({0});
+	Post(kMsgStartTest);
+	// The window comes up while the tests draw; the picture is kept for
+	// people to look at.
+	ASSERT_TRUE(RunUntil(
+	    [] {
+		    BWindow* window = GraphicsWindow();
+		    return window != nullptr && !window->IsHidden();
+	    },
+	    30));
+	apptest::Screenshot("graphics-drawing");
+
+	ASSERT_TRUE(WaitForRuns(1, 90));
+	EXPECT_TRUE(RunUntil([] { return GraphicsWindow() == nullptr; }, 5))
+	    << "the window goes with the test";
+	std::vector<std::string> names = RowNames(fWin->ResultsWindow());
+	const std::vector<std::string> expected = {
+	    "Graphics Lines Flushed",
+	    "Graphics Lines Unflushed",
+	    "Graphics Strings Flushed",
+	    "Graphics Strings Unflushed",
+	    "Graphics Ellipses Flushed",
+	    "Graphics Ellipses Unflushed",
+	    "Graphics Ellipses Unflushed Filled",
+	    "Graphics Rectangles Flushed",
+	    "Graphics Rectangles Unflushed",
+	    "Graphics Rectangles Unflushed Filled",
+	    "Graphics Polygons Flushed",
+	    "Graphics Polygons Unflushed",
+	    "Graphics Polygons Unflushed Filled",
+	};
+	EXPECT_EQ(names, expected);
+	ResultsWin* results = fWin->ResultsWindow();
+	results->Lock();
+	for (int32 i = 0; i < results->List()->CountItems(); i++) {
+		ResultItem* row = dynamic_cast<ResultItem*>(results->List()->ItemAt(i));
+		EXPECT_GT(row->RateAt(0), 0) << row->Name();
+	}
+	results->Unlock();
+	apptest::Screenshot("graphics-results");
+}
+
+TEST_F(QuickstepWinTest, AllBoxesGiveTheTwentySevenMetricsOfACompleteRun)
+{
+	SetCpus(1);
+	SetScreen(1024, 768, B_CMAP8);
+	AlertAnswerer answerer({0});
+	Post(kMsgSelectAll);
+	ASSERT_TRUE(WaitForEstimate("1:59"));
+	Post(kMsgStartTest);
+	ASSERT_TRUE(WaitForRuns(1, 110));
+	std::vector<std::string> names = RowNames(fWin->ResultsWindow());
+	EXPECT_EQ(names.size(), 27u);
+	EXPECT_EQ(std::count(names.begin(), names.end(), "Dhrystone"), 0);
+	EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
 }

@@ -70,9 +70,12 @@ protected:
 		argv.push_back(nullptr);
 
 		std::vector<std::string> variables = {"TMPDIR=" + fTemp + "/tmp"};
+		if (!fDisplay.empty())
+			variables.push_back("DISPLAY=" + fDisplay);
 		for (char** variable = environ; *variable != nullptr; variable++) {
-			if (std::string(*variable).rfind("TMPDIR=", 0) != 0)
-				variables.push_back(*variable);
+			const std::string text = *variable;
+			if (text.rfind("TMPDIR=", 0) != 0 && text.rfind("DISPLAY=", 0) != 0)
+				variables.push_back(text);
 		}
 		std::vector<char*> envp;
 		for (std::string& variable : variables)
@@ -120,10 +123,68 @@ protected:
 	}
 
 	std::string fTemp;
+	// DISPLAY for the child; empty: none at all.
+	std::string fDisplay;
 };
 
 
-TEST_F(RunCommandTest, RefusesUnknownTestsAndTheGraphicsTest)
+// An X server of the test's own, so that the test can take it away.
+class PrivateDisplay
+{
+public:
+	PrivateDisplay() : fServer(-1)
+	{
+		if (std::system("command -v Xvfb >/dev/null 2>&1") != 0)
+			return;
+		int pipeEnds[2];
+		if (pipe(pipeEnds) != 0)
+			return;
+		const std::string fd = std::to_string(pipeEnds[1]);
+		std::vector<std::string> all = {"Xvfb", "-displayfd",  fd,          "-screen",
+		                                "0",    "1024x768x24", "-nolisten", "tcp"};
+		std::vector<char*> argv;
+		for (std::string& argument : all)
+			argv.push_back(&argument[0]);
+		argv.push_back(nullptr);
+		posix_spawn_file_actions_t actions;
+		posix_spawn_file_actions_init(&actions);
+		posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+		posix_spawn_file_actions_addclose(&actions, pipeEnds[0]);
+		if (posix_spawnp(&fServer, "Xvfb", &actions, nullptr, argv.data(), environ) != 0)
+			fServer = -1;
+		posix_spawn_file_actions_destroy(&actions);
+		close(pipeEnds[1]);
+		// The server writes its number once it takes connections.
+		char number[16] = {};
+		FILE* reader = fdopen(pipeEnds[0], "r");
+		if (reader != nullptr && fgets(number, sizeof(number), reader) != nullptr &&
+		    number[0] >= '0' && number[0] <= '9')
+			fName = std::string(":") + std::to_string(atoi(number));
+		if (reader != nullptr)
+			fclose(reader);
+	}
+
+	~PrivateDisplay() { Stop(); }
+
+	// ":N", or empty when no server could be started.
+	const std::string& Name() const { return fName; }
+
+	void Stop()
+	{
+		if (fServer <= 0)
+			return;
+		kill(fServer, SIGKILL);
+		waitpid(fServer, nullptr, 0);
+		fServer = -1;
+	}
+
+private:
+	pid_t fServer;
+	std::string fName;
+};
+
+
+TEST_F(RunCommandTest, RefusesUnknownTestsAndLeavesGraphicsOutWithoutADisplay)
 {
 	Outcome unknown = Run({"run", "strings,Bogus"});
 	EXPECT_EQ(unknown.exitStatus, 2);
@@ -131,10 +192,77 @@ TEST_F(RunCommandTest, RefusesUnknownTestsAndTheGraphicsTest)
 	EXPECT_NE(unknown.err.find("usage: quickstep-cli run"), std::string::npos);
 	EXPECT_TRUE(unknown.out.empty());
 
-	Outcome graphics = Run({"run", "GRAPHICS"});
-	EXPECT_EQ(graphics.exitStatus, 2);
-	EXPECT_NE(graphics.err.find("desktop program"), std::string::npos) << graphics.err;
-	EXPECT_TRUE(graphics.out.empty());
+	// No display: one line says why, the other tests named still run, and
+	// the status says whether anything ran.
+	Outcome alone = Run({"run", "GRAPHICS"});
+	EXPECT_EQ(alone.exitStatus, 1);
+	EXPECT_NE(alone.err.find("graphics test needs an X display"), std::string::npos) << alone.err;
+	EXPECT_EQ(std::count(alone.err.begin(), alone.err.end(), '\n'), 1) << alone.err;
+	EXPECT_TRUE(alone.out.empty());
+
+	Outcome mixed = Run({"run", "graphics,ackerman", "--json"});
+	EXPECT_EQ(mixed.exitStatus, 0) << mixed.err;
+	EXPECT_NE(mixed.err.find("graphics test needs an X display"), std::string::npos);
+	EXPECT_NE(mixed.out.find("\"index\": 400"), std::string::npos) << mixed.out;
+	EXPECT_EQ(mixed.out.find("Graphics"), std::string::npos);
+}
+
+
+TEST_F(RunCommandTest, GraphicsOnADisplayRecordsItsThirteenMetrics)
+{
+	PrivateDisplay display;
+	if (display.Name().empty())
+		GTEST_SKIP() << "Xvfb is not installed";
+	fDisplay = display.Name();
+	const std::string saved = fTemp + "/run.results";
+	Outcome outcome = Run({"run", "graphics", "--json", "--save", saved});
+	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
+	EXPECT_NE(outcome.err.find("Testing Graphics (cpu 1/"), std::string::npos) << outcome.err;
+	const std::string file = ReadAll(saved);
+	for (int index :
+	     {1010, 1011, 1020, 1021, 1022, 1030, 1031, 1032, 1040, 1041, 1042, 1050, 1051}) {
+		const std::string key = "\"index\": " + std::to_string(index) + ",";
+		EXPECT_NE(outcome.out.find(key), std::string::npos) << index;
+		EXPECT_NE(file.find(std::to_string(index) + ":"), std::string::npos) << index;
+	}
+	EXPECT_NE(outcome.out.find("\"units\": \"KiloChars/sec\""), std::string::npos);
+}
+
+
+TEST_F(RunCommandTest, GraphicsRunEndsWhenItsDisplayGoesOrItIsInterrupted)
+{
+	for (bool displayGoes : {true, false}) {
+		PrivateDisplay display;
+		if (display.Name().empty())
+			GTEST_SKIP() << "Xvfb is not installed";
+		fDisplay = display.Name();
+		pid_t child = Start({"run", "graphics"});
+		// Until the window draws.
+		for (int i = 0;
+		     i < 200 && ReadAll(fTemp + "/err").find("Testing Graphics") == std::string::npos; i++)
+			std::this_thread::sleep_for(std::chrono::milliseconds(20));
+		std::this_thread::sleep_for(std::chrono::milliseconds(300));
+		if (displayGoes)
+			display.Stop();
+		else
+			kill(child, SIGTERM);
+		// Not waiting for ever: a child still there after 20 s has hung.
+		int status = 0;
+		pid_t ended = 0;
+		for (int i = 0; i < 400 && ended == 0; i++) {
+			ended = waitpid(child, &status, WNOHANG);
+			if (ended == 0)
+				std::this_thread::sleep_for(std::chrono::milliseconds(50));
+		}
+		if (ended == 0) {
+			kill(child, SIGKILL);
+			waitpid(child, &status, 0);
+			ADD_FAILURE() << (displayGoes ? "display gone" : "interrupted") << ": still running";
+			continue;
+		}
+		ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
+		EXPECT_EQ(WEXITSTATUS(status), displayGoes ? 1 : 130) << ReadAll(fTemp + "/err");
+	}
 }
 
 

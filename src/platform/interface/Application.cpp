@@ -7,8 +7,11 @@
 #include <X11/Xlib.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <unistd.h>
 
 #include "AppDefs.h"
 #include "AppFileInfo.h"
@@ -30,6 +33,43 @@ const unsigned char B_HAND_CURSOR[68] = {
     // mask
     0x80, 0x00, 0xc0, 0x00, 0xe0, 0x00, 0xf0, 0x00, 0xf8, 0x00, 0xfc, 0x00, 0xfe, 0x00, 0xff, 0x00,
     0xff, 0x80, 0xfe, 0x00, 0xef, 0x00, 0xcf, 0x00, 0x07, 0x80, 0x07, 0x80, 0x03, 0x00, 0x00, 0x00};
+
+
+namespace {
+
+// The display went away (its server ended, the connection broke) under any
+// of the process's connections. Other threads may be drawing or waiting for
+// the interface thread, which will never answer again: the process ends at
+// once, without the exit handlers that would wait for them.
+int
+DisplayLost(Display*)
+{
+	static const char kLost[] = ": the connection to the X display was lost\n";
+	const char* name = program_invocation_short_name;
+	ssize_t written = write(STDERR_FILENO, name, strlen(name));
+	written = write(STDERR_FILENO, kLost, sizeof(kLost) - 1);
+	(void)written;
+	_exit(1);
+}
+
+
+// A request the server refused: a thread's drawing that met its window
+// already gone, say. Xlib's own handler would end the process; this one
+// names the first few and goes on.
+int
+RequestFailed(Display* display, XErrorEvent* error)
+{
+	static std::atomic<int> sReported(0);
+	if (sReported++ < 5) {
+		char text[128] = "";
+		XGetErrorText(display, error->error_code, text, sizeof(text));
+		fprintf(stderr, "%s: X request %d failed: %s\n", program_invocation_short_name,
+		        error->request_code, text);
+	}
+	return 0;
+}
+
+} // namespace
 
 
 bool
@@ -63,8 +103,11 @@ BApplication::BApplication(const char* signature)
 	// handed the connection opened here, when there is one (tests that
 	// record drawing run without).
 	Display* display = XOpenDisplay(nullptr);
-	if (display != nullptr)
+	if (display != nullptr) {
 		fl_open_display(display);
+		XSetIOErrorHandler(DisplayLost);
+		XSetErrorHandler(RequestFailed);
+	}
 	platform_interface::RegisterLooper(this, &BApplication::DrainQueue);
 	be_app_messenger = BMessenger(this);
 

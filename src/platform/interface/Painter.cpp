@@ -8,7 +8,12 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
+#include "OS.h"
+#include "interface/UIThread.h"
+
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -48,38 +53,39 @@ public:
 
 	void Line(int x0, int y0, int x1, int y1) override { fl_line(x0, y0, x1, y1); }
 
-	void StrokeRect(int x, int y, int width, int height) override
+	void StrokeRect(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0)
-			fl_rect(x, y, width, height);
+		if (left <= right && top <= bottom)
+			fl_rect(left, top, right - left + 1, bottom - top + 1);
 	}
 
-	void FillRect(int x, int y, int width, int height) override
+	void FillRect(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0)
-			fl_rectf(x, y, width, height);
+		if (left <= right && top <= bottom)
+			fl_rectf(left, top, right - left + 1, bottom - top + 1);
 	}
 
-	void InvertRect(int x, int y, int width, int height) override
+	void InvertRect(int left, int top, int right, int bottom) override
 	{
-		if (width <= 0 || height <= 0)
+		if (left > right || top > bottom)
 			return;
 		XSetFunction(fl_display, fl_gc, GXinvert);
-		XFillRectangle(fl_display, fl_window, fl_gc, x, y, static_cast<unsigned>(width),
-		               static_cast<unsigned>(height));
+		XFillRectangle(fl_display, fl_window, fl_gc, left, top,
+		               static_cast<unsigned>(right - left + 1),
+		               static_cast<unsigned>(bottom - top + 1));
 		XSetFunction(fl_display, fl_gc, GXcopy);
 	}
 
-	void StrokeEllipse(int x, int y, int width, int height) override
+	void StrokeEllipse(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0)
-			fl_arc(x, y, width, height, 0.0, 360.0);
+		if (left <= right && top <= bottom)
+			fl_arc(left, top, right - left + 1, bottom - top + 1, 0.0, 360.0);
 	}
 
-	void FillEllipse(int x, int y, int width, int height) override
+	void FillEllipse(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0)
-			fl_pie(x, y, width, height, 0.0, 360.0);
+		if (left <= right && top <= bottom)
+			fl_pie(left, top, right - left + 1, bottom - top + 1, 0.0, 360.0);
 	}
 
 	void StrokePolygon(const int* xy, int count, bool closed) override
@@ -190,60 +196,55 @@ public:
 		XDrawLine(fDisplay, fWindow, fGC, x0, y0, x1, y1);
 	}
 
-	void StrokeRect(int x, int y, int width, int height) override
+	// Sizes are the pixels between the corners less one for outlines, as
+	// X draws an outline of size w over w + 1 pixels.
+	void StrokeRect(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0) {
-			XDrawRectangle(fDisplay, fWindow, fGC, x, y, static_cast<unsigned>(width - 1),
-			               static_cast<unsigned>(height - 1));
-		}
+		Span span(left, top, right, bottom);
+		XDrawRectangle(fDisplay, fWindow, fGC, span.x, span.y, span.width - 1, span.height - 1);
 	}
 
-	void FillRect(int x, int y, int width, int height) override
+	void FillRect(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0) {
-			XFillRectangle(fDisplay, fWindow, fGC, x, y, static_cast<unsigned>(width),
-			               static_cast<unsigned>(height));
-		}
+		Span span(left, top, right, bottom);
+		XFillRectangle(fDisplay, fWindow, fGC, span.x, span.y, span.width, span.height);
 	}
 
-	void InvertRect(int x, int y, int width, int height) override
+	void InvertRect(int left, int top, int right, int bottom) override
 	{
-		if (width <= 0 || height <= 0)
-			return;
 		XSetFunction(fDisplay, fGC, GXinvert);
-		FillRect(x, y, width, height);
+		FillRect(left, top, right, bottom);
 		XSetFunction(fDisplay, fGC, GXcopy);
 	}
 
-	void StrokeEllipse(int x, int y, int width, int height) override
+	void StrokeEllipse(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0) {
-			XDrawArc(fDisplay, fWindow, fGC, x, y, static_cast<unsigned>(width - 1),
-			         static_cast<unsigned>(height - 1), 0, 360 * 64);
-		}
+		Span span(left, top, right, bottom);
+		XDrawArc(fDisplay, fWindow, fGC, span.x, span.y, span.width - 1, span.height - 1, 0,
+		         360 * 64);
 	}
 
-	void FillEllipse(int x, int y, int width, int height) override
+	void FillEllipse(int left, int top, int right, int bottom) override
 	{
-		if (width > 0 && height > 0) {
-			XFillArc(fDisplay, fWindow, fGC, x, y, static_cast<unsigned>(width),
-			         static_cast<unsigned>(height), 0, 360 * 64);
-		}
+		Span span(left, top, right, bottom);
+		XFillArc(fDisplay, fWindow, fGC, span.x, span.y, span.width, span.height, 0, 360 * 64);
 	}
 
+	// Triangles and other small polygons need no allocation.
 	void StrokePolygon(const int* xy, int count, bool closed) override
 	{
-		std::vector<XPoint> points = Points(xy, count);
-		if (closed && count > 0)
-			points.push_back(points.front());
-		XDrawLines(fDisplay, fWindow, fGC, points.data(), static_cast<int>(points.size()),
-		           CoordModeOrigin);
+		if (count <= 0)
+			return;
+		Points points(xy, count, closed);
+		XDrawLines(fDisplay, fWindow, fGC, points.Data(), points.Count(), CoordModeOrigin);
 	}
 
 	void FillPolygon(const int* xy, int count) override
 	{
-		std::vector<XPoint> points = Points(xy, count);
-		XFillPolygon(fDisplay, fWindow, fGC, points.data(), count, count == 3 ? Convex : Complex,
+		if (count <= 0)
+			return;
+		Points points(xy, count, false);
+		XFillPolygon(fDisplay, fWindow, fGC, points.Data(), count, count == 3 ? Convex : Complex,
 		             CoordModeOrigin);
 	}
 
@@ -285,6 +286,32 @@ public:
 
 	void Flush() override { XFlush(fDisplay); }
 	void Sync() override { XSync(fDisplay, False); }
+
+	void Forget()
+	{
+		XSync(fDisplay, False);
+		Release();
+		XSync(fDisplay, False);
+	}
+
+	// Waits, asking the server every few milliseconds, until window is
+	// viewable or the time (microseconds) has passed; drawing on a window
+	// not yet mapped is thrown away at no cost and would be timed so. Then
+	// has the default font ready.
+	void Prepare(Window window, bigtime_t timeout)
+	{
+		Aim(window);
+		const bigtime_t deadline = system_time() + timeout;
+		for (;;) {
+			XWindowAttributes attributes;
+			if (XGetWindowAttributes(fDisplay, window, &attributes) == 0 ||
+			    attributes.map_state == IsViewable || system_time() >= deadline)
+				break;
+			snooze(5000);
+		}
+		Font(*be_plain_font);
+		XSync(fDisplay, False);
+	}
 
 private:
 	void Release()
@@ -339,15 +366,52 @@ private:
 		return ((static_cast<unsigned long>(value) * bits + 127) / 255) << shift;
 	}
 
-	static std::vector<XPoint> Points(const int* xy, int count)
-	{
-		std::vector<XPoint> points(static_cast<size_t>(count));
-		for (int i = 0; i < count; i++) {
-			points[i].x = static_cast<short>(xy[2 * i]);
-			points[i].y = static_cast<short>(xy[2 * i + 1]);
+	// The rectangle between two corner pixels, both included, whichever
+	// way round they are.
+	struct Span {
+		Span(int left, int top, int right, int bottom)
+		    : x(std::min(left, right)), y(std::min(top, bottom)),
+		      width(static_cast<unsigned>(std::abs(right - left)) + 1),
+		      height(static_cast<unsigned>(std::abs(bottom - top)) + 1)
+		{
 		}
-		return points;
-	}
+
+		int x;
+		int y;
+		unsigned width;
+		unsigned height;
+	};
+
+	// Corners as X points, on the stack up to kStackPoints; closed repeats
+	// the first at the end.
+	class Points
+	{
+	public:
+		Points(const int* xy, int count, bool closed)
+		    : fCount(count + (closed ? 1 : 0)), fData(fStack)
+		{
+			if (fCount > kStackPoints) {
+				fHeap.resize(static_cast<size_t>(fCount));
+				fData = fHeap.data();
+			}
+			for (int i = 0; i < count; i++) {
+				fData[i].x = static_cast<short>(xy[2 * i]);
+				fData[i].y = static_cast<short>(xy[2 * i + 1]);
+			}
+			if (closed)
+				fData[count] = fData[0];
+		}
+
+		XPoint* Data() { return fData; }
+		int Count() const { return fCount; }
+
+	private:
+		static const int kStackPoints = 16;
+		int fCount;
+		XPoint fStack[kStackPoints];
+		std::vector<XPoint> fHeap;
+		XPoint* fData;
+	};
 
 	XftFont* Font(const BFont& font)
 	{
@@ -405,6 +469,40 @@ Painter*
 ExistingWorkerPainter()
 {
 	return sWorker != nullptr && sWorker->IsValid() ? sWorker.get() : nullptr;
+}
+
+
+void
+FinishWorkerDrawing()
+{
+	if (Painter* painter = ExistingWorkerPainter())
+		painter->Sync();
+}
+
+
+void
+ReleaseWorkerWindow()
+{
+	if (sWorker != nullptr && sWorker->IsValid())
+		sWorker->Forget();
+}
+
+
+void
+PrepareWorkerDrawing(Fl_Window* window)
+{
+	Window xid = 0;
+	{
+		UIGuard guard;
+		if (window->shown())
+			xid = fl_xid(window);
+	}
+	if (xid == 0)
+		return;
+	if (sWorker == nullptr)
+		sWorker.reset(new Worker);
+	if (sWorker->IsValid())
+		sWorker->Prepare(xid, 2000000);
 }
 
 } // namespace platform_interface

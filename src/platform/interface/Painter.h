@@ -21,13 +21,18 @@ public:
 	// Line width in pixels; 0 and 1 are the thinnest.
 	virtual void SetPenSize(int size) = 0;
 	virtual void Line(int x0, int y0, int x1, int y1) = 0;
-	// Rectangles of width by height pixels from (x, y); nothing when either
-	// is not positive.
-	virtual void StrokeRect(int x, int y, int width, int height) = 0;
-	virtual void FillRect(int x, int y, int width, int height) = 0;
-	virtual void InvertRect(int x, int y, int width, int height) = 0;
-	virtual void StrokeEllipse(int x, int y, int width, int height) = 0;
-	virtual void FillEllipse(int x, int y, int width, int height) = 0;
+	// Rectangles (and the rectangles ellipses fit in) by their corner pixels,
+	// both included, as the view was given them: left may lie right of
+	// right and top below bottom. FLTK has no meaning for such a rectangle
+	// and draws nothing; a thread's own connection sends it to the display
+	// server like any other, as the rectangle between the two corners (X
+	// describes rectangles by a corner and a size), so that a program that
+	// draws random corners has every shape drawn.
+	virtual void StrokeRect(int left, int top, int right, int bottom) = 0;
+	virtual void FillRect(int left, int top, int right, int bottom) = 0;
+	virtual void InvertRect(int left, int top, int right, int bottom) = 0;
+	virtual void StrokeEllipse(int left, int top, int right, int bottom) = 0;
+	virtual void FillEllipse(int left, int top, int right, int bottom) = 0;
 	// xy holds count points, x then y.
 	virtual void StrokePolygon(const int* xy, int count, bool closed) = 0;
 	virtual void FillPolygon(const int* xy, int count) = 0;
@@ -47,6 +52,20 @@ Painter* FltkPainter();
 Painter* WorkerPainter(Fl_Window* window);
 // The calling thread's connection, if it has one, for Flush and Sync.
 Painter* ExistingWorkerPainter();
+// For a thread that has just shown window and is about to draw on it: opens
+// the thread's connection, waits (two seconds at most) until the server
+// shows the window, and opens the font a view draws with by default, so
+// that none of this lands in what the thread times next.
+void PrepareWorkerDrawing(Fl_Window* window);
+// Waits until the server has drawn what the calling thread's connection
+// sent: the server takes each client's requests in turn, so drawing still
+// queued from a thread would otherwise meet its window already destroyed or
+// hidden by the interface thread.
+void FinishWorkerDrawing();
+// The same, then lets go of what the calling thread's connection holds for
+// the window it drew on last (its graphics context and text drawable), which
+// is about to be destroyed.
+void ReleaseWorkerWindow();
 
 } // namespace platform_interface
 

@@ -35,7 +35,10 @@ struct Task {
 
 // Guards everything below. Never held while a message or task runs.
 std::mutex sQueueMutex;
-std::condition_variable sTaskDone;
+// Never destroyed: a thread may still wait on it when the process ends (a
+// worker whose task the interface thread, gone from its loop, will never
+// run), and destroying a condition variable waits for its waiters.
+std::condition_variable& sTaskDone = *new std::condition_variable;
 std::vector<LooperEntry> sLoopers;
 std::deque<BLooper*> sPending;
 std::deque<Task> sTasks;

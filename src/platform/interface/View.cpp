@@ -1095,16 +1095,20 @@ Finish(platform_interface::Painter* painter, const BView* view)
 }
 
 
-// A BeOS rectangle (inclusive edges) as pixels: x, y, width, height. An
-// inverted rectangle gives a width or height that is not positive.
-void
-PixelRect(BRect rect, BPoint offset, int* x, int* y, int* width, int* height)
-{
-	*x = Pixel(rect.left + offset.x);
-	*y = Pixel(rect.top + offset.y);
-	*width = Pixel(rect.right + offset.x) - *x + 1;
-	*height = Pixel(rect.bottom + offset.y) - *y + 1;
-}
+// A BeOS rectangle (inclusive edges) as its corner pixels, in the order it
+// was given: an inverted rectangle stays inverted.
+struct PixelRect {
+	PixelRect(BRect rect, BPoint offset)
+	    : left(Pixel(rect.left + offset.x)), top(Pixel(rect.top + offset.y)),
+	      right(Pixel(rect.right + offset.x)), bottom(Pixel(rect.bottom + offset.y))
+	{
+	}
+
+	int left;
+	int top;
+	int right;
+	int bottom;
+};
 
 } // namespace
 
@@ -1152,9 +1156,8 @@ BView::StrokeRect(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->StrokeRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->StrokeRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 	Finish(painter, this);
 }
 
@@ -1173,9 +1176,8 @@ BView::FillRect(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->FillRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->FillRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 
@@ -1193,9 +1195,8 @@ BView::InvertRect(BRect rect)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	painter->InvertRect(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	painter->InvertRect(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 
@@ -1213,9 +1214,8 @@ BView::StrokeEllipse(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->StrokeEllipse(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->StrokeEllipse(pixels.left, pixels.top, pixels.right, pixels.bottom);
 	Finish(painter, this);
 }
 
@@ -1242,9 +1242,8 @@ BView::FillEllipse(BRect rect, const pattern& p)
 	platform_interface::Painter* painter = BeginDrawing(&offset);
 	if (painter == nullptr)
 		return;
-	int x, y, width, height;
-	PixelRect(rect, offset, &x, &y, &width, &height);
-	Prepare(painter, this, p)->FillEllipse(x, y, width, height);
+	PixelRect pixels(rect, offset);
+	Prepare(painter, this, p)->FillEllipse(pixels.left, pixels.top, pixels.right, pixels.bottom);
 }
 
 

