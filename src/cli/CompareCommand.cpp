@@ -1,8 +1,8 @@
 // quickstep-cli compare: one test across the stored machines and, when given,
 // the run of a results file, as values and text bars on a common scale.
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -12,6 +12,7 @@
 #include <Path.h>
 
 #include "cli/Commands.h"
+#include "cli/CompareText.h"
 #include "results/CompareStore.h"
 #include "results/ResultList.h"
 #include "results/ResultsFile.h"
@@ -40,12 +41,7 @@ TestChoice
 ParseChoice(const std::string& text)
 {
 	TestChoice choice{false, 0, text};
-	char* end = nullptr;
-	const long index = strtol(text.c_str(), &end, 10);
-	if (!text.empty() && *end == '\0') {
-		choice.byIndex = true;
-		choice.index = static_cast<int32>(index);
-	}
+	choice.byIndex = ParseTestIndex(text.c_str(), choice.index);
 	return choice;
 }
 
@@ -58,16 +54,6 @@ FindMetric(Results& results, const TestChoice& choice)
 			return metric;
 	}
 	return nullptr;
-}
-
-
-std::string
-Bar(double rate, double scale)
-{
-	int length = scale > 0 ? static_cast<int>(rate / scale * kBarWidth + 0.5) : 0;
-	if (length > kBarWidth)
-		length = kBarWidth;
-	return std::string(length, '#') + std::string(kBarWidth - length, ' ');
 }
 
 
@@ -132,6 +118,9 @@ Compare(const std::string& test, const std::string& resultsPath)
 			continue;
 		int which = 0;
 		const double best = metric->MaxRate(which);
+		// An infinite rate would scale every other bar down to nothing.
+		if (!std::isfinite(best))
+			continue;
 		if (best > scale)
 			scale = best;
 		if (results->IsCurrent())
@@ -151,7 +140,7 @@ Compare(const std::string& test, const std::string& resultsPath)
 		for (int i = 0; i < metric->Count(); i++) {
 			const double rate = metric->Rate(i);
 			printf("  %2d cpu %14.2f |%s|", static_cast<int>(results->NbrCpus() - i), rate,
-			       Bar(rate, scale).c_str());
+			       TextBar(rate, scale, kBarWidth).c_str());
 			if (reference > 0 && !results->IsCurrent())
 				printf(" %5.0f%% of this run", 100.0 * rate / reference);
 			printf("\n");

@@ -12,6 +12,7 @@
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Messenger.h>
+#include <SharedFile.h>
 
 #include "engine/Dhrystone.h"
 #include "engine/FileLife.h"
@@ -584,7 +585,10 @@ Benchmark::RunFileIO()
 	char transfer[kDiskBlock];
 	memcpy(transfer, &block, sizeof(block));
 
-	FILE* file = fopen(path, "wb");
+	// The temporary directory is shared with other users: the file is made
+	// anew, never through a link someone put there, and read back only while
+	// it is still our own.
+	FILE* file = platform_create_shared(path, "wb", 0600);
 	if (file == nullptr) {
 		fprintf(stderr, "Error writing <%s>\n", path);
 	} else {
@@ -600,7 +604,7 @@ Benchmark::RunFileIO()
 		fclose(file);
 	}
 
-	file = fopen(path, "rb");
+	file = platform_open_owned(path, "rb");
 	if (file == nullptr) {
 		fprintf(stderr, "Error reading <%s>\n", path);
 	} else {
@@ -616,7 +620,8 @@ Benchmark::RunFileIO()
 	}
 
 	delete[] block;
-	unlink(path);
+	if (platform_is_owned_file(path))
+		unlink(path);
 }
 
 

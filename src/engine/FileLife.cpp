@@ -63,7 +63,10 @@ FileLife::Create()
 	char name[B_FILE_NAME_LENGTH];
 	for (int32 index = fFirst; index <= fLast; index++) {
 		snprintf(name, sizeof(name), "%s.%d", fPathPrefix.String(), static_cast<int>(index));
-		FILE* file = fopen(name, "w");
+		// "x": created anew or not at all, so a link or a file another user
+		// left under the name is never opened (and the cost per file stays
+		// that of one open).
+		FILE* file = fopen(name, "wx");
 		if (file != nullptr)
 			fclose(file);
 	}

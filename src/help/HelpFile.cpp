@@ -8,6 +8,7 @@
 #include <FindDirectory.h>
 #include <Path.h>
 #include <Resources.h>
+#include <SharedFile.h>
 
 #include "help/HelpPage.h"
 #include "help/xmlParser.h"
@@ -45,7 +46,9 @@ ExtractStored(const char* executable, const char* to)
 	if (data == nullptr)
 		return B_ENTRY_NOT_FOUND;
 
-	FILE* out = fopen(to, "w");
+	// The temporary directory is shared: never write through a link or into a
+	// file another user put there.
+	FILE* out = platform_create_shared(to, "w", 0644);
 	if (out == nullptr)
 		return B_ERROR;
 	bool written = fwrite(data, 1, length, out) == length;
@@ -71,14 +74,19 @@ HelpFile::Locate(const char* helpName, const char* executable, BPath& out, bool 
 	BPath temp;
 	find_directory(B_COMMON_TEMP_DIRECTORY, &temp);
 	temp.Append(fileName.String());
-	if (LibExists(temp.Path())) {
+	const bool inTemp = LibExists(temp.Path());
+	// Anyone can put a file there: only this user's own copy is read.
+	if (inTemp && platform_is_owned_file(temp.Path())) {
 		out = temp;
 		return B_OK;
 	}
-	if (report)
+	if (report && inTemp)
+		fprintf(stderr, "Help in tmp directory <%s> is not this user's file: not read\n",
+		        temp.Path());
+	else if (report)
 		fprintf(stderr, "Help not in tmp directory <%s>\n", temp.Path());
 
-	if (executable != nullptr && ExtractStored(executable, temp.Path()) == B_OK) {
+	if (!inTemp && executable != nullptr && ExtractStored(executable, temp.Path()) == B_OK) {
 		out = temp;
 		return B_OK;
 	}

@@ -1,18 +1,19 @@
 #include "help/xmlParser.h"
 
 #include <cstring>
+#include <new>
 
 #include "help/xmlTag.h"
 #include "help/xmlTagModifiers.h"
 
 
-xmlParser::xmlParser()
+xmlParser::xmlParser() : fDepthReported(false)
 {
 	Init();
 }
 
 
-xmlParser::xmlParser(const char* path)
+xmlParser::xmlParser(const char* path) : fDepthReported(false)
 {
 	Init();
 	Open(path);
@@ -265,6 +266,15 @@ xmlParser::AddModifiers(xmlTagModifiers& modifiers)
 bool
 xmlParser::FindTag(const char* name, xmlTag& tag)
 {
+	fDepthReported = false;
+	return FindTag(name, tag, 1);
+}
+
+
+// depth is the level tag will have in the tree being built, 1 at the top.
+bool
+xmlParser::FindTag(const char* name, xmlTag& tag, int32 depth)
+{
 	tag.Clear();
 	if (name == nullptr)
 		return false;
@@ -281,7 +291,7 @@ xmlParser::FindTag(const char* name, xmlTag& tag)
 		tag.SetName(tagName);
 		found = true;
 		if (!NoAnchorTag(name))
-			ReadContent(tag);
+			ReadContent(tag, depth);
 	}
 	tag.StripTrailingContent();
 	return found;
@@ -289,7 +299,7 @@ xmlParser::FindTag(const char* name, xmlTag& tag)
 
 
 void
-xmlParser::ReadContent(xmlTag& tag)
+xmlParser::ReadContent(xmlTag& tag, int32 depth)
 {
 	char tagName[kNameSize];
 	bool hasModifiers = false;
@@ -315,19 +325,40 @@ xmlParser::ReadContent(xmlTag& tag)
 			if (!NextTag(tagName, hasModifiers))
 				return;
 
-			xmlTag child;
 			size_t length = strlen(tagName);
-			if (length > 0 && tagName[length - 1] == '/') {
+			const bool empty = length > 0 && tagName[length - 1] == '/';
+			xmlTag* child = nullptr;
+			if (depth < kMaxDepth)
+				child = new (std::nothrow) xmlTag;
+			if (child == nullptr) {
+				// Too deep to keep (or no memory): read past it, children and
+				// all, without recursing, so that the text after it is still
+				// this element's.
+				if (!empty) {
+					if (!fDepthReported) {
+						fprintf(stderr,
+						        "xmlParser: elements nested deeper than %ld levels skipped, "
+						        "line %ld\n",
+						        static_cast<long>(kMaxDepth), static_cast<long>(fLine));
+						fDepthReported = true;
+					}
+					SkipElement(tagName, hasModifiers);
+				}
+				continue;
+			}
+			if (empty) {
 				// Written with the slash against the '>': an empty element.
 				tagName[length - 1] = '\0';
-				child.SetName(tagName);
+				child->SetName(tagName);
 			} else {
 				// Read again from its start, attributes, text and all.
 				Restore(start);
-				FindTag(tagName, child);
+				FindTag(tagName, *child, depth + 1);
 			}
-			child.SetParentLocation(location);
-			tag.AddChild(child);
+			child->SetParentLocation(location);
+			// The child is handed over, not copied: a copy at every level
+			// would cost the square of the depth.
+			tag.AdoptChild(child);
 			continue;
 		}
 
@@ -335,6 +366,54 @@ xmlParser::ReadContent(xmlTag& tag)
 		if (IsWhiteSpace(c) && tag.Contents().IsEmpty())
 			continue;
 		tag.AddContent(c);
+	}
+}
+
+
+// Reads past an element whose start tag name has just been read, as FindTag
+// and ReadContent would read it, but keeping only a count of the open
+// elements: every closing tag closes one, every start tag that is not empty
+// opens one.
+void
+xmlParser::SkipElement(const char* name, bool hasModifiers)
+{
+	if (hasModifiers)
+		SkipModifiers();
+	if (NoAnchorTag(name))
+		return;
+
+	char tagName[kNameSize];
+	int64 open = 1;
+	while (open > 0 && Advance()) {
+		const char c = Current();
+		if (c != '<')
+			continue;
+		const bool closing = fLookahead == '/';
+		StepBack();
+		if (!NextTag(tagName, hasModifiers))
+			return;
+		if (closing) {
+			open--;
+			continue;
+		}
+		size_t length = strlen(tagName);
+		if (length > 0 && tagName[length - 1] == '/')
+			continue;
+		if (hasModifiers)
+			SkipModifiers();
+		if (!NoAnchorTag(tagName))
+			open++;
+	}
+}
+
+
+// Reads up to the '>' that ends a start tag, as AddModifiers does.
+void
+xmlParser::SkipModifiers()
+{
+	while (Advance()) {
+		if (Current() == '>')
+			return;
 	}
 }
 
@@ -387,7 +466,10 @@ xmlParser::Save(Mark& mark) const
 void
 xmlParser::Restore(const Mark& mark)
 {
-	if (fFile != nullptr && mark.offset >= 0)
+	// Reading a child's name seldom leaves the line it starts on; the stream
+	// is then still where it was, and a seek (which drops the stream's
+	// buffer, to be read again) is left out.
+	if (fFile != nullptr && mark.offset >= 0 && ftell(fFile) != mark.offset)
 		fseek(fFile, mark.offset, SEEK_SET);
 	fLine = mark.line;
 	fColumn = mark.column;

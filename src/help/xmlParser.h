@@ -22,6 +22,10 @@ public:
 	static const int32 kNameSize = 80;
 	// Longest piece of a line read at once; longer lines arrive in pieces.
 	static const int32 kLineSize = 1023;
+	// Deepest nesting kept, the element FindTag looks for being level 1. A
+	// help file nests a handful of levels; elements below this one are read
+	// past without being kept, and FindTag says so on standard error.
+	static const int32 kMaxDepth = 64;
 
 	xmlParser();
 	explicit xmlParser(const char* path);
@@ -72,7 +76,12 @@ private:
 	bool HasNext() const;
 	void Save(Mark& mark) const;
 	void Restore(const Mark& mark);
-	void ReadContent(xmlTag& tag);
+	bool FindTag(const char* name, xmlTag& tag, int32 depth);
+	void ReadContent(xmlTag& tag, int32 depth);
+	void SkipElement(const char* name, bool hasModifiers);
+	void SkipModifiers();
+
+	bool fDepthReported;
 };
 
 #endif // XML_PARSER_H

@@ -77,6 +77,14 @@ xmlTag::AddChild(const xmlTag& child)
 
 
 void
+xmlTag::AdoptChild(xmlTag* child)
+{
+	if (child != nullptr && !fChildren.Insert(child))
+		delete child;
+}
+
+
+void
 xmlTag::SetParentLocation(long location)
 {
 	fParentLocation = static_cast<int32>(location);

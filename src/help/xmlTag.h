@@ -26,6 +26,8 @@ public:
 	void AddContent(const char& character);
 	// Appends a copy; the caller keeps its tag.
 	void AddChild(const xmlTag& child);
+	// Appends child itself, which this tag then owns.
+	void AdoptChild(xmlTag* child);
 	void SetParentLocation(long location);
 	void StripTrailingContent();
 	void Clear();

@@ -1,9 +1,5 @@
-// get_nth_pci_info over sysfs. The list of functions and their id files are
-// read afresh on every call: callers walk the bus from index 0 until an
-// error, a few dozen functions at most. Configuration space is another
-// matter: on virtual machines every read of it traps to the hypervisor and
-// costs milliseconds, and the catalogue walks the bus some twenty times, so
-// its first bytes are read once per function and kept for the process.
+// get_nth_pci_info over sysfs: the functions of /sys/bus/pci/devices in
+// address order, each read from its attribute files once per process.
 #include "PCI.h"
 
 #include <algorithm>
@@ -12,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include <map>
 #include <mutex>
 
 #include <dirent.h>
@@ -24,6 +19,10 @@ using platform::ReadNumber;
 using platform::RootedPath;
 
 namespace {
+
+// One PCI segment holds at most 256 buses of 32 devices of 8 functions; a
+// directory listing more is not the kernel's.
+const size_t kMaxFunctions = 65536;
 
 struct PciAddress {
 	unsigned domain;
@@ -67,6 +66,8 @@ ListFunctions(const std::string& directoryPath)
 	if (directory == nullptr)
 		return functions;
 	while (struct dirent* entry = readdir(directory)) {
+		if (functions.size() >= kMaxFunctions)
+			break;
 		PciAddress address;
 		if (ParseAddress(entry->d_name, address))
 			functions.push_back(address);
@@ -76,21 +77,83 @@ ListFunctions(const std::string& directoryPath)
 	return functions;
 }
 
-// The first 64 bytes of configuration space of the function at path.
-std::string
-ConfigHeader(const std::string& path)
+// One function as get_nth_pci_info answers it, read from its sysfs files.
+pci_info
+ReadFunction(const std::string& devices, const PciAddress& address)
+{
+	const std::string base = devices + "/" + address.name + "/";
+	pci_info info = pci_info();
+	info.bus = static_cast<uint8>(address.bus);
+	info.device = static_cast<uint8>(address.device);
+	info.function = static_cast<uint8>(address.function);
+
+	// The header's first 16 bytes hold what the attribute files do not (line
+	// size, latency, header type, BIST) and stand in for any attribute file
+	// that is missing. Configuration space is read per byte asked for, and
+	// on virtual machines each of its words traps to the hypervisor: only
+	// these 16 bytes are read, once.
+	std::string config;
+	ReadFile(base + "config", config, 16);
+	auto configByte = [&config](size_t offset) {
+		return offset < config.size() ? static_cast<uint8>(config[offset]) : uint8(0);
+	};
+
+	long long value = 0;
+	if (ReadNumber(base + "vendor", value))
+		info.vendor_id = static_cast<uint16>(value);
+	else
+		info.vendor_id = static_cast<uint16>(configByte(0) | (configByte(1) << 8));
+	if (ReadNumber(base + "device", value))
+		info.device_id = static_cast<uint16>(value);
+	else
+		info.device_id = static_cast<uint16>(configByte(2) | (configByte(3) << 8));
+	if (ReadNumber(base + "revision", value))
+		info.revision = static_cast<uint8>(value);
+	else
+		info.revision = configByte(8);
+	if (ReadNumber(base + "class", value)) {
+		// 0xBBSSII: base class, sub-class, programming interface.
+		info.class_base = static_cast<uint8>(value >> 16);
+		info.class_sub = static_cast<uint8>(value >> 8);
+		info.class_api = static_cast<uint8>(value);
+	} else {
+		info.class_api = configByte(9);
+		info.class_sub = configByte(10);
+		info.class_base = configByte(11);
+	}
+	info.line_size = configByte(12);
+	info.latency = configByte(13);
+	info.header_type = configByte(14);
+	info.bist = configByte(15);
+	return info;
+}
+
+// Every function under the current root, in address order. The catalogue
+// walks the bus once per class and twice per class present, some twenty
+// times: the bus is read once per process (and once again after the root
+// is set anew), not on every call.
+bool
+FunctionAt(long index, pci_info& info)
 {
 	static std::mutex sLock;
-	static std::map<std::string, std::string> sHeaders;
+	static bool sRead = false;
+	static unsigned long sGeneration = 0;
+	static std::vector<pci_info> sFunctions;
 
 	std::lock_guard<std::mutex> lock(sLock);
-	auto found = sHeaders.find(path);
-	if (found != sHeaders.end())
-		return found->second;
-	std::string config;
-	ReadFile(path, config, 64);
-	sHeaders[path] = config;
-	return config;
+	const unsigned long generation = platform::RootGeneration();
+	if (!sRead || generation != sGeneration) {
+		sFunctions.clear();
+		const std::string devices = RootedPath("/sys/bus/pci/devices");
+		for (const PciAddress& address : ListFunctions(devices))
+			sFunctions.push_back(ReadFunction(devices, address));
+		sRead = true;
+		sGeneration = generation;
+	}
+	if (static_cast<size_t>(index) >= sFunctions.size())
+		return false;
+	info = sFunctions[static_cast<size_t>(index)];
+	return true;
 }
 
 } // namespace
@@ -102,51 +165,5 @@ get_nth_pci_info(long index, pci_info* info)
 		return B_BAD_VALUE;
 	if (index < 0)
 		return B_BAD_INDEX;
-	std::string devices = RootedPath("/sys/bus/pci/devices");
-	std::vector<PciAddress> functions = ListFunctions(devices);
-	if (static_cast<size_t>(index) >= functions.size())
-		return B_BAD_INDEX;
-
-	const PciAddress& address = functions[index];
-	std::string base = devices + "/" + address.name + "/";
-	*info = pci_info();
-	info->bus = static_cast<uint8>(address.bus);
-	info->device = static_cast<uint8>(address.device);
-	info->function = static_cast<uint8>(address.function);
-
-	// The first 64 bytes of configuration space are readable by everyone; they
-	// hold what the separate files do not (header type, latency ...).
-	std::string config = ConfigHeader(base + "config");
-	auto configByte = [&config](size_t offset) {
-		return offset < config.size() ? static_cast<uint8>(config[offset]) : uint8(0);
-	};
-
-	long long value = 0;
-	if (ReadNumber(base + "vendor", value))
-		info->vendor_id = static_cast<uint16>(value);
-	else
-		info->vendor_id = static_cast<uint16>(configByte(0) | (configByte(1) << 8));
-	if (ReadNumber(base + "device", value))
-		info->device_id = static_cast<uint16>(value);
-	else
-		info->device_id = static_cast<uint16>(configByte(2) | (configByte(3) << 8));
-	if (ReadNumber(base + "revision", value))
-		info->revision = static_cast<uint8>(value);
-	else
-		info->revision = configByte(8);
-	if (ReadNumber(base + "class", value)) {
-		// 0xBBSSII: base class, sub-class, programming interface.
-		info->class_base = static_cast<uint8>(value >> 16);
-		info->class_sub = static_cast<uint8>(value >> 8);
-		info->class_api = static_cast<uint8>(value);
-	} else {
-		info->class_api = configByte(9);
-		info->class_sub = configByte(10);
-		info->class_base = configByte(11);
-	}
-	info->line_size = configByte(12);
-	info->latency = configByte(13);
-	info->header_type = configByte(14);
-	info->bist = configByte(15);
-	return B_OK;
+	return FunctionAt(index, *info) ? B_OK : B_BAD_INDEX;
 }

@@ -1,11 +1,13 @@
 #include "PlatformFiles.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "PlatformTest.h"
@@ -14,6 +16,9 @@ namespace {
 
 std::mutex sRootLock;
 std::string sRoot;
+// Changes with every platform_set_root, so that what was read under one root
+// (or one state of a fixture tree) is not answered for the next.
+unsigned long sRootGeneration = 0;
 // platform_root hands out a pointer; this copy stays valid until the next change.
 char sRootCopy[4096] = "";
 
@@ -29,6 +34,7 @@ platform_set_root(const char* root)
 	if (sRoot == "/")
 		sRoot.clear();
 	snprintf(sRootCopy, sizeof(sRootCopy), "%s", sRoot.c_str());
+	sRootGeneration++;
 }
 
 const char*
@@ -47,6 +53,13 @@ RootedPath(const char* path)
 	return sRoot + path;
 }
 
+unsigned long
+RootGeneration()
+{
+	std::lock_guard<std::mutex> lock(sRootLock);
+	return sRootGeneration;
+}
+
 bool
 AtRealRoot()
 {
@@ -58,22 +71,29 @@ bool
 ReadFile(const std::string& path, std::string& contents, size_t maxBytes)
 {
 	contents.clear();
-	FILE* file = fopen(path.c_str(), "rb");
-	if (file == nullptr)
+	// Plain reads of no more than asked for: a kernel attribute may cost per
+	// byte (a device's configuration space traps to the hypervisor on virtual
+	// machines), and a stream would fetch a whole page of it. O_NONBLOCK: a
+	// named pipe under a substituted root must not hang the reader.
+	const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+	if (fd < 0)
 		return false;
 	char buffer[4096];
 	bool ok = true;
 	while (contents.size() < maxBytes) {
-		size_t count = fread(buffer, 1, sizeof(buffer), file);
-		contents.append(buffer, count);
-		if (count < sizeof(buffer)) {
-			ok = ferror(file) == 0;
+		const size_t wanted = std::min(sizeof(buffer), maxBytes - contents.size());
+		const ssize_t count = read(fd, buffer, wanted);
+		if (count < 0 && errno == EINTR)
+			continue;
+		if (count < 0) {
+			ok = false;
 			break;
 		}
+		if (count == 0)
+			break;
+		contents.append(buffer, static_cast<size_t>(count));
 	}
-	fclose(file);
-	if (contents.size() > maxBytes)
-		contents.resize(maxBytes);
+	close(fd);
 	return ok;
 }
 
@@ -112,36 +132,52 @@ ReadNumber(const std::string& path, long long& value)
 	return true;
 }
 
+namespace {
+
 bool
-ParseCpuList(const std::string& text, std::vector<int>& ids)
+ParseCpuRanges(const std::string& text, std::vector<int>& ids)
 {
-	ids.clear();
 	std::string list = Trim(text);
 	const char* cursor = list.c_str();
+	// The lowest id the next range may start at.
+	long next = 0;
 	while (*cursor != '\0') {
 		char* end = nullptr;
+		errno = 0;
 		long first = strtol(cursor, &end, 10);
-		if (end == cursor || first < 0)
+		if (end == cursor || errno != 0 || first < next)
 			return false;
 		long last = first;
 		cursor = end;
 		if (*cursor == '-') {
 			last = strtol(cursor + 1, &end, 10);
-			if (end == cursor + 1 || last < first)
+			if (end == cursor + 1 || errno != 0 || last < first)
 				return false;
 			cursor = end;
 		}
-		// A corrupt list must not make us allocate without bound.
-		if (last >= 65536)
+		if (last >= kMaxCpuIds)
 			return false;
 		for (long id = first; id <= last; id++)
 			ids.push_back(static_cast<int>(id));
+		next = last + 1;
 		if (*cursor == ',')
 			cursor++;
 		else if (*cursor != '\0')
 			return false;
 	}
 	return !ids.empty();
+}
+
+} // namespace
+
+bool
+ParseCpuList(const std::string& text, std::vector<int>& ids)
+{
+	ids.clear();
+	if (ParseCpuRanges(text, ids))
+		return true;
+	ids.clear();
+	return false;
 }
 
 std::vector<int>
@@ -164,7 +200,7 @@ OnlineCpus(bool useRoot)
 			if (position == 0 || cpuinfo[position - 1] == '\n') {
 				size_t colon = cpuinfo.find(':', position);
 				size_t newline = cpuinfo.find('\n', position);
-				if (colon != std::string::npos && colon < newline)
+				if (colon != std::string::npos && colon < newline && count < kMaxCpuIds)
 					ids.push_back(count++);
 			}
 			position += 9;
@@ -175,7 +211,7 @@ OnlineCpus(bool useRoot)
 
 	if (!useRoot || AtRealRoot()) {
 		long count = sysconf(_SC_NPROCESSORS_ONLN);
-		for (long id = 0; id < count; id++)
+		for (long id = 0; id < count && id < kMaxCpuIds; id++)
 			ids.push_back(static_cast<int>(id));
 	}
 	if (ids.empty())

@@ -37,6 +37,37 @@ std::unique_ptr<system_info> sSubstitute;
 
 typedef std::map<std::string, std::string> CpuFields;
 
+// The kernel's files are trusted for their format, not for their numbers: a
+// fixture, a container's substitute or a corrupt file can hold any digits.
+// Products and sums of them saturate instead of wrapping.
+long long
+SaturatingProduct(long long a, long long b)
+{
+	long long product;
+	if (!__builtin_mul_overflow(a, b, &product))
+		return product;
+	return (a < 0) != (b < 0) ? LLONG_MIN : LLONG_MAX;
+}
+
+long long
+SaturatingSum(long long a, long long b)
+{
+	long long sum;
+	if (!__builtin_add_overflow(a, b, &sum))
+		return sum;
+	return a < 0 ? LLONG_MIN : LLONG_MAX;
+}
+
+int32
+SaturateToInt32(long long value)
+{
+	if (value > INT32_MAX)
+		return INT32_MAX;
+	if (value < INT32_MIN)
+		return INT32_MIN;
+	return static_cast<int32>(value);
+}
+
 // The fields of the first processor block of cpuinfo ("key : value" lines up to
 // the first blank line), plus the machine-wide lines that ARM kernels print
 // after the blocks ("Hardware", "Revision").
@@ -183,7 +214,8 @@ ParseKernelBuild(const std::string& version, std::string& date, std::string& tim
 			continue;
 		time_t seconds = static_cast<time_t>(strtoll(candidate.c_str() + 1, nullptr, 10));
 		struct tm parts;
-		if (gmtime_r(&seconds, &parts) == nullptr)
+		// Four-digit years only: the date is shown as "%04d".
+		if (gmtime_r(&seconds, &parts) == nullptr || parts.tm_year > 9999 - 1900)
 			return;
 		FormatDate(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, date);
 		char buffer[16];
@@ -195,7 +227,7 @@ ParseKernelBuild(const std::string& version, std::string& date, std::string& tim
 }
 
 // "6.1.0-18-amd64" as 0x060100: major, minor and patch level one byte each
-// (the patch level stops at 255), the way the kernel numbers its own versions.
+// (each stops at 255), the way the kernel numbers its own versions.
 int64
 KernelVersionCode(const std::string& release)
 {
@@ -210,7 +242,7 @@ KernelVersionCode(const std::string& release)
 			break;
 		cursor = end + 1;
 	}
-	return (static_cast<int64>(parts[0]) << 16) + (std::min(parts[1], 255L) << 8) +
+	return (static_cast<int64>(std::min(parts[0], 255L)) << 16) + (std::min(parts[1], 255L) << 8) +
 	       std::min(parts[2], 255L);
 }
 
@@ -272,7 +304,7 @@ MachineCpuType(const std::string& machine)
 }
 
 void
-ReadProcessor(system_info* info)
+ReadProcessor(system_info* info, const std::vector<int>& cpus)
 {
 	std::string cpuinfo;
 	ReadFile(RootedPath("/proc/cpuinfo"), cpuinfo);
@@ -287,19 +319,27 @@ ReadProcessor(system_info* info)
 		FieldNumber(fields, "model", model);
 		info->cpu_type = X86CpuType(vendor->second, family, model);
 		if (FieldNumber(fields, "stepping", value))
-			info->cpu_revision = static_cast<int32>(value);
+			info->cpu_revision = SaturateToInt32(value);
 		info->platform_type = B_AT_CLONE_PLATFORM;
 	} else if (fields.count("CPU implementer") != 0 || fields.count("CPU architecture") != 0) {
 		info->cpu_type = B_CPU_ARM;
-		// The variant and revision of the core: r<variant>p<revision>.
+		// The variant and revision of the core: r<variant>p<revision>, four
+		// bits each in the processor's id register. Other values are not a
+		// core's: the variant is then left out, the revision saturated.
 		long long variant = 0;
 		FieldNumber(fields, "CPU variant", variant, 0);
-		if (FieldNumber(fields, "CPU revision", value))
-			info->cpu_revision = static_cast<int32>((variant << 4) | value);
+		if (variant < 0 || variant > 0xf)
+			variant = 0;
+		if (FieldNumber(fields, "CPU revision", value)) {
+			if (value >= 0 && value <= 0xf)
+				info->cpu_revision = static_cast<int32>((variant << 4) | value);
+			else
+				info->cpu_revision = SaturateToInt32(value);
+		}
 	} else if (fields.count("cpu") != 0 && fields.count("revision") != 0) {
 		// PowerPC: "cpu : 604e", "revision : 3.2 (pvr 0009 0302)".
 		info->cpu_type = PowerPcCpuType(fields["cpu"]);
-		info->cpu_revision = atoi(fields["revision"].c_str());
+		info->cpu_revision = SaturateToInt32(strtoll(fields["revision"].c_str(), nullptr, 10));
 	} else if (platform::AtRealRoot()) {
 		struct utsname names;
 		if (uname(&names) == 0) {
@@ -311,14 +351,14 @@ ReadProcessor(system_info* info)
 
 	// The fastest processor's cpufreq ceiling (kHz), else what cpuinfo saw (MHz).
 	long long maxKHz = 0;
-	for (int id : platform::OnlineCpus(true)) {
+	for (int id : cpus) {
 		char path[128];
 		snprintf(path, sizeof(path), "/sys/devices/system/cpu/cpu%d/cpufreq/cpuinfo_max_freq", id);
 		if (ReadNumber(RootedPath(path), value) && value > maxKHz)
 			maxKHz = value;
 	}
 	if (maxKHz > 0) {
-		info->cpu_clock_speed = maxKHz * 1000;
+		info->cpu_clock_speed = SaturatingProduct(maxKHz, 1000);
 	} else {
 		CpuFields::const_iterator mhz = fields.find("cpu MHz");
 		if (mhz == fields.end())
@@ -411,18 +451,21 @@ ReadTimes(system_info* info, const std::vector<int>& cpus)
 		std::string line = stat.substr(start, end - start);
 		start = end + 1;
 		if (line.compare(0, 6, "btime ") == 0) {
-			info->boot_time = strtoll(line.c_str() + 6, nullptr, 10) * 1000000LL;
+			info->boot_time = SaturatingProduct(strtoll(line.c_str() + 6, nullptr, 10), 1000000);
 		} else if (line.compare(0, 3, "cpu") == 0 && isdigit(static_cast<uint8>(line[3]))) {
 			char* cursor = nullptr;
 			long id = strtol(line.c_str() + 3, &cursor, 10);
 			// user nice system idle iowait irq softirq steal: all but idle and iowait.
 			long long fields[8] = {};
 			for (long long& field : fields)
-				field = strtoll(cursor, &cursor, 10);
-			long long busy = fields[0] + fields[1] + fields[2] + fields[5] + fields[6] + fields[7];
+				field = std::max(0LL, strtoll(cursor, &cursor, 10));
+			long long busy = 0;
+			for (int index : {0, 1, 2, 5, 6, 7})
+				busy = SaturatingSum(busy, fields[index]);
+			const bigtime_t activeTime = SaturatingProduct(busy, 1000000) / ticksPerSecond;
 			for (size_t index = 0; index < cpus.size() && index < B_MAX_CPU_COUNT; index++) {
 				if (cpus[index] == id)
-					info->cpu_infos[index].active_time = busy * 1000000LL / ticksPerSecond;
+					info->cpu_infos[index].active_time = activeTime;
 			}
 		}
 	}
@@ -432,20 +475,32 @@ void
 ReadLimits(system_info* info)
 {
 	long long value = 0;
+	std::string sem;
+	// SEMMSL SEMMNS SEMOPM SEMMNI: the second is the system-wide semaphore limit.
+	if (ReadLine(RootedPath("/proc/sys/kernel/sem"), sem)) {
+		char* cursor = nullptr;
+		strtoll(sem.c_str(), &cursor, 10);
+		info->max_sems = ClampToInt32(strtoll(cursor, nullptr, 10));
+	}
 	if (ReadNumber(RootedPath("/proc/sys/kernel/threads-max"), value))
 		info->max_threads = ClampToInt32(value);
 	if (ReadNumber(RootedPath("/proc/sys/kernel/pid_max"), value))
 		info->max_teams = ClampToInt32(value);
 	if (ReadNumber(RootedPath("/proc/sys/fs/mqueue/queues_max"), value))
 		info->max_ports = ClampToInt32(value);
-
+	// The machine's id: the first 16 hex digits of the systemd machine id.
 	std::string line;
-	// SEMMSL SEMMNS SEMOPM SEMMNI: the second is the system-wide semaphore limit.
-	if (ReadLine(RootedPath("/proc/sys/kernel/sem"), line)) {
-		char* cursor = nullptr;
-		strtoll(line.c_str(), &cursor, 10);
-		info->max_sems = ClampToInt32(strtoll(cursor, nullptr, 10));
+	if (ReadLine(RootedPath("/etc/machine-id"), line) && line.size() >= 16) {
+		info->id[0] = static_cast<int32>(strtoul(line.substr(0, 8).c_str(), nullptr, 16));
+		info->id[1] = static_cast<int32>(strtoul(line.substr(8, 8).c_str(), nullptr, 16));
 	}
+}
+
+// What changes while the program runs: tasks, processes, page faults.
+void
+ReadUsage(system_info* info)
+{
+	std::string line;
 	// "0.00 0.01 0.05 2/345 6789": 345 kernel tasks (threads) exist.
 	if (ReadLine(RootedPath("/proc/loadavg"), line)) {
 		size_t slash = line.find('/');
@@ -466,13 +521,7 @@ ReadLimits(system_info* info)
 	if (ReadFile(RootedPath("/proc/vmstat"), vmstat)) {
 		size_t found = vmstat.find("\npgfault ");
 		if (found != std::string::npos)
-			info->page_faults =
-			    static_cast<int32>(strtoull(vmstat.c_str() + found + 9, nullptr, 10));
-	}
-	// The machine's id: the first 16 hex digits of the systemd machine id.
-	if (ReadLine(RootedPath("/etc/machine-id"), line) && line.size() >= 16) {
-		info->id[0] = static_cast<int32>(strtoul(line.substr(0, 8).c_str(), nullptr, 16));
-		info->id[1] = static_cast<int32>(strtoul(line.substr(8, 8).c_str(), nullptr, 16));
+			info->page_faults = ClampToInt32(strtoll(vmstat.c_str() + found + 9, nullptr, 10));
 	}
 }
 
@@ -510,6 +559,37 @@ ReadKernel(system_info* info)
 	info->kernel_version = KernelVersionCode(release);
 }
 
+// What cannot change while the program runs (the processors, their clocks,
+// the kernel, the limits, the machine's id) is read once per process, or once
+// again after the root is set anew: the profile is asked for at every start
+// and end of a run, and each reading would otherwise cost the run time.
+void
+StaticProfile(system_info& info, std::vector<int>& cpus)
+{
+	static std::mutex sLock;
+	static bool sRead = false;
+	static unsigned long sGeneration = 0;
+	static system_info sInfo;
+	static std::vector<int> sCpus;
+
+	std::lock_guard<std::mutex> lock(sLock);
+	const unsigned long generation = platform::RootGeneration();
+	if (!sRead || generation != sGeneration) {
+		memset(&sInfo, 0, sizeof(sInfo));
+		sCpus = platform::OnlineCpus(true);
+		sInfo.cpu_count = static_cast<int32>(std::min<size_t>(sCpus.size(), B_MAX_CPU_COUNT));
+		sInfo.platform_type = B_UNKNOWN_PLATFORM;
+		ReadProcessor(&sInfo, sCpus);
+		ReadBusClock(&sInfo);
+		ReadLimits(&sInfo);
+		ReadKernel(&sInfo);
+		sRead = true;
+		sGeneration = generation;
+	}
+	info = sInfo;
+	cpus = sCpus;
+}
+
 } // namespace
 
 void
@@ -535,17 +615,11 @@ get_system_info(system_info* info)
 		}
 	}
 
-	memset(info, 0, sizeof(*info));
-	std::vector<int> cpus = platform::OnlineCpus(true);
-	info->cpu_count =
-	    static_cast<int32>(cpus.size() < B_MAX_CPU_COUNT ? cpus.size() : B_MAX_CPU_COUNT);
-	info->platform_type = B_UNKNOWN_PLATFORM;
-	ReadProcessor(info);
-	ReadBusClock(info);
+	std::vector<int> cpus;
+	StaticProfile(*info, cpus);
 	ReadMemory(info);
 	ReadTimes(info, cpus);
-	ReadLimits(info);
-	ReadKernel(info);
+	ReadUsage(info);
 	if (info->boot_time == 0 && platform::AtRealRoot()) {
 		struct sysinfo machine;
 		if (sysinfo(&machine) == 0)

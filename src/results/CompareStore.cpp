@@ -36,20 +36,25 @@ CompareStore::Read(ResultList& list) const
 		return B_OK;
 	if (status != B_OK)
 		return status;
+	AddRecords(store, list);
+	return B_OK;
+}
 
+
+void
+CompareStore::AddRecords(const BMessage& store, ResultList& list)
+{
 	const char* record = nullptr;
 	for (int32 i = 0; store.FindString(kRecordField, i, &record) == B_OK; i++) {
 		if (strchr(record, '\t') == nullptr)
 			continue;
-		Results* results = new Results(false);
-		results->Read(record);
+		Results* results = Results::FromRecord(record);
 		const char* program = nullptr;
 		if (store.FindString(kProgramField, i, &program) == B_OK)
 			results->SetProgram(program);
 		if (!list.Insert(results))
 			delete results;
 	}
-	return B_OK;
 }
 
 

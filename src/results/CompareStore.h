@@ -9,6 +9,7 @@
 
 #include "lib/LibString.h"
 
+class BMessage;
 class ResultList;
 
 extern const char* kCompareStoreAttribute;
@@ -25,6 +26,9 @@ public:
 	// No store yet is an empty store (B_OK). A stored record without fields
 	// adds nothing. On an error the list is left as it was.
 	status_t Read(ResultList& list) const;
+	// What Read does with the store's message once it has it: appends a run
+	// for every "results" record that has fields.
+	static void AddRecords(const BMessage& store, ResultList& list);
 	// Replaces the store with every row of list except the current run. On an
 	// error the store keeps what it held.
 	status_t Write(ResultList& list);

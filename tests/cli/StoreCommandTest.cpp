@@ -175,3 +175,30 @@ TEST_F(StoreCommandTest, CompareDrawsBarsOnTheLargestRate)
 	EXPECT_EQ(1, Run("compare 500 --results missing.results"));
 	EXPECT_NE(std::string::npos, fErr.find("missing.results cannot be opened"));
 }
+
+
+// Runs from other machines can hold any rate: a negative one (a time below
+// the calibrated empty loop), one that is not a number, or one beyond the
+// float range. Each draws an empty bar; none stops the comparison.
+TEST_F(StoreCommandTest, CompareDrawsNoBarForRatesThatAreNotPositiveNumbers)
+{
+	const std::string empty = "|" + std::string(40, ' ') + "|";
+	Put("negative.results", "1.0\n25\nm (2-x)\t100:5/1.0,-0.001;\n");
+	EXPECT_EQ(0, Run("compare 100 --results negative.results"));
+	EXPECT_NE(std::string::npos, fOut.find(" 2 cpu           5.00 |" + std::string(40, '#') + "|"))
+	    << fOut;
+	EXPECT_NE(std::string::npos, fOut.find(" 1 cpu       -5000.00 " + empty)) << fOut;
+
+	// Stored, the same run is read on every comparison of the test.
+	ASSERT_EQ(0, Run("store add negative.results"));
+	const std::string odd = "m (2-x)\t100:0/inf,1e39;101:2000000000/1e-45;";
+	Put("odd.results", "1.0\n" + std::to_string(odd.size()) + "\n" + odd + "\n");
+	EXPECT_EQ(0, Run("compare 100 --results odd.results")) << fErr;
+	EXPECT_NE(std::string::npos, fOut.find(" inf " + empty)) << fOut;
+	EXPECT_EQ(0, Run("compare 101 --results odd.results")) << fErr;
+	EXPECT_NE(std::string::npos, fOut.find(empty)) << fOut;
+
+	// An index beyond 32 bits names no test rather than wrapping onto 100.
+	EXPECT_EQ(1, Run("compare 4294967396 --results negative.results"));
+	EXPECT_NE(std::string::npos, fErr.find("no run measures '4294967396'"));
+}

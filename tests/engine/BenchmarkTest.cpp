@@ -5,8 +5,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
+#include <fstream>
 #include <mutex>
+#include <sstream>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -378,4 +381,34 @@ TEST_F(BenchmarkTest, RepeatedTestsRecordTheMedianOfTheirSamples)
 			EXPECT_EQ(taken, 4u);
 	}
 	EXPECT_EQ(benchmark.RunResults().Get(0L)->Count(), 2);
+
+
+// The temporary directory is shared: a link planted under a disk test's file
+// name is never written through, for the large file and the small ones alike.
+TEST_F(BenchmarkTest, DiskTestsNeverWriteThroughAPlantedLink)
+{
+	const std::string target = fTemp + "/target";
+	std::ofstream(target) << "precious";
+	const std::string io = fTemp + "/quickstep_io_test";
+	const std::string small = fTemp + "/quickstep_lc_test.7";
+	ASSERT_EQ(0, symlink(target.c_str(), io.c_str()));
+	ASSERT_EQ(0, symlink(target.c_str(), small.c_str()));
+
+	Benchmark benchmark;
+	testing::internal::CaptureStderr();
+	benchmark.RunFileIO();
+	EXPECT_EQ(testing::internal::GetCapturedStderr(),
+	          "Error writing <" + io + ">\nError reading <" + io + ">\n");
+	benchmark.RunFileLifeCycle();
+	EXPECT_EQ(benchmark.RunResults().Size(), 2);
+
+	std::stringstream kept;
+	kept << std::ifstream(target).rdbuf();
+	EXPECT_EQ(kept.str(), "precious");
+	// The deletion pass removes the planted small link (never its target);
+	// the large file's link is not the test's to remove.
+	struct stat status;
+	EXPECT_NE(lstat(small.c_str(), &status), 0);
+	EXPECT_EQ(unlink(io.c_str()), 0);
+	EXPECT_EQ(unlink(target.c_str()), 0);
 }

@@ -118,3 +118,54 @@ TEST(HelpFileTest, LocateSearchesInOrder)
 	ASSERT_EQ(chdir(previous), 0);
 	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
 }
+
+
+// Any local user can write to the temporary directory: a copy there is read
+// only when it is this user's own plain file, and the stored copy is never
+// extracted through whatever stands under its name.
+TEST(HelpFileTest, LocateNeverUsesOrWritesThroughAnotherUsersName)
+{
+	TempDirectory dir;
+	dir.UseAsDataHome();
+	ASSERT_EQ(mkdir(dir.Path("cwd").c_str(), 0755), 0);
+	ASSERT_EQ(mkdir(dir.Path("tmp").c_str(), 0755), 0);
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, dir.Path("tmp").c_str());
+	char previous[1024];
+	ASSERT_NE(getcwd(previous, sizeof(previous)), nullptr);
+	ASSERT_EQ(chdir(dir.Path("cwd").c_str()), 0);
+
+	const std::string executable = dir.Path("quickstep");
+	const std::string source = dir.Path("source.help");
+	WriteFile(source, "<CONTENTS></CONTENTS>\n");
+	ASSERT_EQ(HelpFile::Store(executable.c_str(), source.c_str()), B_OK);
+	const std::string target = dir.Path("target");
+	WriteFile(target, "precious");
+	const std::string planted = dir.Path("tmp/QStp.help");
+	ASSERT_EQ(symlink(target.c_str(), planted.c_str()), 0);
+
+	BPath found;
+	testing::internal::CaptureStderr();
+	EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, true), B_ENTRY_NOT_FOUND);
+	EXPECT_NE(testing::internal::GetCapturedStderr().find("Help in tmp directory <" + planted +
+	                                                      "> is not this user's file: not read"),
+	          std::string::npos);
+	std::stringstream kept;
+	kept << std::ifstream(target).rdbuf();
+	EXPECT_EQ(kept.str(), "precious");
+
+	// A file of another user (only root can make one) is passed over alike.
+	ASSERT_EQ(unlink(planted.c_str()), 0);
+	if (geteuid() == 0) {
+		WriteFile(planted, "<CONTENTS><T>theirs</T></CONTENTS>\n");
+		ASSERT_EQ(chown(planted.c_str(), 65534, 65534), 0);
+		EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_ENTRY_NOT_FOUND);
+		ASSERT_EQ(unlink(planted.c_str()), 0);
+	}
+
+	// With the name free the stored copy is extracted, this user's own.
+	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
+	EXPECT_STREQ(found.Path(), planted.c_str());
+
+	ASSERT_EQ(chdir(previous), 0);
+	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+}

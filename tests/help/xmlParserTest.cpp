@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <string>
@@ -285,3 +286,73 @@ TEST_F(xmlParserTest, MissingFileAnswersFalseAndReopenStartsAfresh)
 }
 
 } // namespace
+
+
+// Nesting is kept down to kMaxDepth levels; deeper elements are read past
+// without recursion, so the text after them still lands in the right element
+// and a hostile file cannot exhaust the stack.
+TEST_F(xmlParserTest, NestingBeyondTheBoundIsReadPastWithOneLine)
+{
+	const int32 bound = xmlParser::kMaxDepth;
+	struct Case {
+		int32 levels; // <a> elements inside the DOC element
+		bool closed;
+		bool reported;
+	} cases[] = {
+	    {bound - 1, true, false}, // the deepest a is at level kMaxDepth: all kept
+	    {bound + 36, true, true},
+	    {6000, false, true}, // the reproducer: never closed
+	};
+	for (const Case& c : cases) {
+		SCOPED_TRACE(c.levels);
+		std::string text = "<DOC>";
+		for (int32 i = 0; i < c.levels; i++)
+			text += "<a>";
+		text += "x";
+		if (c.closed) {
+			for (int32 i = 0; i < c.levels; i++)
+				text += "</a>";
+			text += "tail</DOC>";
+		}
+		Load(text);
+		xmlTag doc;
+		testing::internal::CaptureStderr();
+		ASSERT_TRUE(fParser.FindTag("DOC", doc));
+		const std::string printed = testing::internal::GetCapturedStderr();
+		EXPECT_EQ(printed.find("nested deeper than 64 levels") != std::string::npos, c.reported)
+		    << printed;
+
+		int32 depth = 1;
+		xmlTag* deepest = &doc;
+		while (deepest->Children().Size() == 1) {
+			deepest = deepest->Children().First();
+			depth++;
+		}
+		EXPECT_EQ(deepest->Children().Size(), 0);
+		EXPECT_EQ(depth, std::min(c.levels + 1, bound));
+		EXPECT_STREQ(doc.Contents(), c.closed ? "tail" : "");
+		EXPECT_STREQ(deepest->Contents(), c.levels < bound ? "x" : "");
+	}
+}
+
+
+// A child element inside a kept element may open another: the depth is
+// counted per path, not per file, and a second look-up reports again.
+TEST_F(xmlParserTest, DeepSiblingsAreEachCutAndLaterElementsStillFound)
+{
+	std::string deep;
+	for (int32 i = 0; i < 100; i++)
+		deep += "<b>";
+	for (int32 i = 0; i < 100; i++)
+		deep += "</b>";
+	Load("<DOC>" + deep + "mid" + deep + "end</DOC>\n<PAGE NAME=\"p\">after</PAGE>\n");
+	xmlTag doc;
+	testing::internal::CaptureStderr();
+	ASSERT_TRUE(fParser.FindTag("DOC", doc));
+	EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+	EXPECT_STREQ(doc.Contents(), "midend");
+	EXPECT_EQ(doc.Children().Size(), 2);
+	xmlTag page;
+	ASSERT_TRUE(fParser.FindTag("PAGE", page));
+	EXPECT_STREQ(page.Contents(), "after");
+}

@@ -81,6 +81,32 @@ TEST_F(PciInfoTest, MachineWithoutPciAnswersAnErrorForIndexZero)
 	EXPECT_NE(B_OK, get_nth_pci_info(0, &info));
 }
 
+// The bus is read once per root: the catalogue walks it some twenty times in
+// one listing. Setting the root again, even to the same tree, reads it anew.
+TEST_F(PciInfoTest, BusIsReadOncePerRoot)
+{
+	TempTree tree;
+	const std::string function = "sys/bus/pci/devices/0000:00:00.0/";
+	tree.Write(function + "vendor", "0x8086\n");
+	tree.Write(function + "class", "0x030000\n");
+	platform_set_root(tree.c_str());
+	pci_info info;
+	ASSERT_EQ(B_OK, get_nth_pci_info(0, &info));
+	EXPECT_EQ(0x8086, info.vendor_id);
+
+	tree.Write(function + "vendor", "0x5333\n");
+	tree.Write("sys/bus/pci/devices/0000:00:01.0/class", "0x020000\n");
+	ASSERT_EQ(B_OK, get_nth_pci_info(0, &info));
+	EXPECT_EQ(0x8086, info.vendor_id);
+	EXPECT_NE(B_OK, get_nth_pci_info(1, &info));
+
+	platform_set_root(tree.c_str());
+	ASSERT_EQ(B_OK, get_nth_pci_info(0, &info));
+	EXPECT_EQ(0x5333, info.vendor_id);
+	ASSERT_EQ(B_OK, get_nth_pci_info(1, &info));
+	EXPECT_EQ(2, info.class_base);
+}
+
 TEST_F(PciInfoTest, WalkingTheRealBusEndsWithAnError)
 {
 	platform_set_root(nullptr);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <string>
@@ -237,6 +238,94 @@ TEST_F(SystemInfoTest, RealMachineAgreesWithTheKernel)
 	EXPECT_GT(info.max_pages, 0);
 	EXPECT_GT(info.boot_time, 0);
 	EXPECT_STRNE("", info.kernel_name);
+}
+
+} // namespace
+
+
+namespace {
+
+// The build date and time as the kernels of real distributions print them.
+TEST_F(SystemInfoTest, KernelBuildDateOfRealDistributions)
+{
+	const struct {
+		const char* version;
+		const char* date;
+		const char* time;
+	} cases[] = {
+	    {"#1 SMP PREEMPT_DYNAMIC Debian 6.1.123-1 (2025-01-02)", "Jan 02 2025", ""},
+	    {"#57-Ubuntu SMP PREEMPT_DYNAMIC Tue Jan 14 15:18:28 UTC 2025", "Jan 14 2025", "15:18:28"},
+	    {"#1 SMP PREEMPT_DYNAMIC Tue Jan 14 16:13:42 UTC 2025", "Jan 14 2025", "16:13:42"},
+	    {"#1 SMP PREEMPT_DYNAMIC Thu, 01 Feb 2024 10:30:35 +0000", "Feb 01 2024", "10:30:35"},
+	    {"#1 SMP Wed Mar  6 09:01:02 CET 2024", "Mar 06 2024", "09:01:02"},
+	    {"#1 SMP PREEMPT_DYNAMIC @0", "Jan 01 1970", "00:00:00"},
+	    {"#1 SMP PREEMPT_DYNAMIC @1736000000", "Jan 04 2025", "14:13:20"},
+	    // Beyond four-digit years and beyond the clock: no date.
+	    {"#1 SMP @99999999999999999", "", ""},
+	    {"#1 SMP @99999999999999999999999", "", ""},
+	    {"#1 SMP", "", ""},
+	};
+	for (const auto& c : cases) {
+		SCOPED_TRACE(c.version);
+		TempTree tree;
+		tree.Write("proc/sys/kernel/version", std::string(c.version) + "\n");
+		system_info info = Read(tree.c_str());
+		EXPECT_STREQ(c.date, info.kernel_build_date);
+		EXPECT_STREQ(c.time, info.kernel_build_time);
+	}
+}
+
+// Numbers the kernel would never write saturate or are refused; none wraps
+// (the sanitizer build checks that no step overflows on the way).
+TEST_F(SystemInfoTest, OutOfRangeNumbersSaturateOrAreRefused)
+{
+	const std::string huge = "9223372036854775807";
+	TempTree tree;
+	tree.Write("proc/cpuinfo", "processor\t: 0\nCPU implementer\t: 0x41\nCPU variant\t: -1\n"
+	                           "CPU revision\t: 3\n\n");
+	tree.Write("sys/devices/system/cpu/online", "0-1\n");
+	tree.Write("sys/devices/system/cpu/cpu1/cpufreq/cpuinfo_max_freq", huge + "\n");
+	tree.Write("proc/stat", "cpu0 " + huge + " " + huge + " " + huge + " 0 0 " + huge + " " + huge +
+	                            " " + huge + "\ncpu1 -5 -5 3 0 0 0 0 0\nbtime " + huge + "\n");
+	tree.Write("proc/sys/kernel/osrelease", "99999999999999999999.300.7-huge\n");
+	system_info info = Read(tree.c_str());
+	EXPECT_EQ(3, info.cpu_revision); // a variant that is no core's is left out
+	EXPECT_EQ(INT64_MAX, info.cpu_clock_speed);
+	EXPECT_EQ(INT64_MAX, info.boot_time);
+	EXPECT_EQ(INT64_MAX / sysconf(_SC_CLK_TCK), info.cpu_infos[0].active_time);
+	EXPECT_EQ(3LL * 1000000 / sysconf(_SC_CLK_TCK), info.cpu_infos[1].active_time);
+	EXPECT_EQ((255 << 16) + (255 << 8) + 7, info.kernel_version);
+
+	tree.Write("proc/cpuinfo", "processor\t: 0\ncpu\t: 604e\nrevision\t: 99999999999\n\n");
+	EXPECT_EQ(INT32_MAX, Read(tree.c_str()).cpu_revision);
+	tree.Write("proc/cpuinfo", "processor\t: 0\nCPU implementer\t: 0x41\nCPU variant\t: 0x2\n"
+	                           "CPU revision\t: 1\n\n");
+	EXPECT_EQ(0x21, Read(tree.c_str()).cpu_revision);
+}
+
+// The online list is the kernel's: ascending ranges without overlap, ids
+// below 8192. A list that asks for more (the reproducer repeats 0-65535
+// over 64 KB) is refused as a whole, and cpuinfo's count is taken instead.
+TEST_F(SystemInfoTest, OnlineListsBeyondTheKernelsAreRefused)
+{
+	std::string repeated;
+	while (repeated.size() < 64 * 1024)
+		repeated += "0-65535,";
+	const struct {
+		std::string list;
+		int32 count;
+	} cases[] = {
+	    {"0-8191", 8192}, {"0-8192", 2},  {"0-3,2-5", 2},
+	    {"4,0", 2},       {"0-1,0-1", 2}, {"99999999999999999999", 2},
+	    {repeated, 2},
+	};
+	for (const auto& c : cases) {
+		SCOPED_TRACE(c.list.substr(0, 40));
+		TempTree tree;
+		tree.Write("proc/cpuinfo", "processor\t: 0\n\nprocessor\t: 1\n\n");
+		tree.Write("sys/devices/system/cpu/online", c.list + "\n");
+		EXPECT_EQ(std::min<int32>(c.count, B_MAX_CPU_COUNT), Read(tree.c_str()).cpu_count);
+	}
 }
 
 } // namespace
