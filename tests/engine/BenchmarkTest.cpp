@@ -381,6 +381,7 @@ TEST_F(BenchmarkTest, RepeatedTestsRecordTheMedianOfTheirSamples)
 			EXPECT_EQ(taken, 4u);
 	}
 	EXPECT_EQ(benchmark.RunResults().Get(0L)->Count(), 2);
+}
 
 
 // The temporary directory is shared: a link planted under a disk test's file
