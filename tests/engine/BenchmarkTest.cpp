@@ -365,22 +365,21 @@ TEST_F(BenchmarkTest, RepeatedTestsRecordTheMedianOfTheirSamples)
 	}
 
 	// A spread limit no run can meet ends at the bound, in every
-	// configuration; a rerun of the worker starts with no samples.
-	benchmark.SetTest(Benchmark::kStrings, false);
-	benchmark.SetTest(Benchmark::kAckerman, true);
-	benchmark.SetRepeats(2, 1e-9, 4);
+	// configuration.
+	Benchmark bounded;
+	bounded.SetTest(Benchmark::kAckerman, true);
+	bounded.SetRepeats(2, 1e-9, 4);
 	Received again;
-	RunWorker(benchmark, again, 2);
-	EXPECT_TRUE(benchmark.Samples().Of("Strings Copy", 0).empty());
+	RunWorker(bounded, again, 2);
 	for (int32 position = 0; position < 2; position++) {
-		const size_t taken = benchmark.Samples().Of("Ackerman", position).size();
+		const size_t taken = bounded.Samples().Of("Ackerman", position).size();
 		// Two equal times in a row would settle it early: rare, and allowed.
 		if (taken < 4)
-			EXPECT_LE(benchmark.Samples().RateSpread("Ackerman", position).cv, 1e-9);
+			EXPECT_LE(bounded.Samples().RateSpread("Ackerman", position).cv, 1e-9);
 		else
 			EXPECT_EQ(taken, 4u);
 	}
-	EXPECT_EQ(benchmark.RunResults().Get(0L)->Count(), 2);
+	EXPECT_EQ(bounded.RunResults().Get(0L)->Count(), 2);
 }
 
 
