@@ -33,6 +33,11 @@ private:
 // has been built: its attributes hold the comparison store and the stored help.
 status_t DesktopExecutablePath(BPath& out);
 
+// A warning on standard error when rows come from different builds of the
+// program, whose numbers need not agree on the same machine.
+class ResultList;
+void WarnMixedPrograms(const char* prefix, ResultList& rows);
+
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
 void AddRunCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);

@@ -123,6 +123,14 @@ Metric::Time(const float& seconds)
 }
 
 
+void
+Metric::DropTime()
+{
+	if (fCount > 0)
+		fTimes[--fCount] = 0;
+}
+
+
 float
 Metric::TimeAt(int position) const
 {

@@ -34,6 +34,8 @@ public:
 	void Description(const char* name);
 	// Records one elapsed time in seconds for the next configuration.
 	void Time(const float& seconds);
+	// Forgets the last time recorded (a repeated test records its median).
+	void DropTime();
 
 	int32 Index() const { return fIndex; }
 	int32 Count() const { return fCount; }

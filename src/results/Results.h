@@ -22,6 +22,8 @@ class BView;
 
 // The buffer callers write one record into; it bounds a record.
 const size_t kRecordSize = 9000;
+// Timings of the empty calibration loop, of which the shortest is kept.
+const int32 kCalibrationRuns = 5;
 
 class Results : public LinkList<Metric>
 {
@@ -49,7 +51,8 @@ public:
 	// The metric of that name (its cycles unchanged), or a new one appended.
 	Metric* NewTest(const char* name, const long& cycles);
 	// Measures the overhead of iterations loop passes that each call rand()
-	// randCalls times (1 to 6; any other value: an empty pass).
+	// randCalls times (1 to 6; any other value: an empty pass, timed
+	// kCalibrationRuns times, the shortest kept).
 	void Calibrate(const long& iterations, int randCalls);
 	void StartTimer();
 	// Seconds since StartTimer, less the calibrated overhead.
@@ -87,6 +90,10 @@ public:
 	// The metric under the list's cursor, or null.
 	Metric* CurrentMetric() const;
 	const char* Description() const { return fDescription; }
+	// The build of the program that measured the run ("1.2.2 (commit ...)"),
+	// "" when unknown. Kept beside the record, never in it.
+	const char* Program() const { return fProgram; }
+	void SetProgram(const char* program) { fProgram = program; }
 	int32 NbrCpus() const { return fNbrCpus; }
 	int32 CpuCountdown() const { return fCpuCountdown; }
 	bigtime_t Overhead() const { return fOverhead; }
@@ -106,6 +113,7 @@ private:
 	BRect fIconRect;
 	bool fExpanded;
 	LibString fDescription;
+	LibString fProgram;
 	int32 fNbrCpus;
 	int32 fCpuCountdown;
 	bigtime_t fOverhead;

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <spawn.h>
@@ -430,6 +431,84 @@ TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
 	EXPECT_EQ(unsent.exitStatus, 1);
 	EXPECT_NE(unsent.err.find("neither sendmail nor xdg-email"), std::string::npos) << unsent.err;
 	EXPECT_NE(access((fTemp + "/message").c_str(), F_OK), 0);
+}
+
+
+// Repeats: every sample, the spread and the settings in the JSON, the median
+// in the record and the file; without the options, none of it.
+TEST_F(RunCommandTest, RepeatKeepsEverySampleAndRecordsTheMedian)
+{
+	const std::string saved = fTemp + "/run.results";
+	Outcome repeated =
+	    Run({"run", "ackerman", "--json", "--repeat", "3", "--scaling", "--save", saved});
+	ASSERT_EQ(repeated.exitStatus, 0) << repeated.err;
+	const std::string& out = repeated.out;
+	for (const char* field :
+	     {"\"kernel\": \"", "\"repeat\": 3", "\"max_runs\": 3", "\"record\": \"median time\"",
+	      "\"machine\": {", "\"warnings\": [", "\"spread\": [",
+	      "\"cv_percent\": ", "\"median\": ", "\"min\": ", "\"max\": ", "\"scaling\": ["})
+		EXPECT_NE(out.find(field), std::string::npos) << field << " in\n" << out;
+
+	// Each configuration's recorded time is the median of its three samples.
+	const size_t spread = out.find("\"spread\": [");
+	const size_t seconds = out.find("\"seconds\": [", spread);
+	ASSERT_NE(seconds, std::string::npos);
+	std::vector<double> samples;
+	const char* at = out.c_str() + seconds + strlen("\"seconds\": [");
+	for (int i = 0; i < 3; i++) {
+		char* end = nullptr;
+		samples.push_back(strtod(at, &end));
+		at = end + strspn(end, ", \n");
+	}
+	std::sort(samples.begin(), samples.end());
+	const size_t times = out.find("\"times\": [");
+	ASSERT_LT(times, spread);
+	const double recorded = strtod(out.c_str() + times + strlen("\"times\": [") +
+	                                   strspn(out.c_str() + times + strlen("\"times\": ["), " \n"),
+	                               nullptr);
+	EXPECT_FLOAT_EQ(static_cast<float>(recorded), static_cast<float>(samples[1]));
+	// The file keeps its form: one time per configuration.
+	const std::string file = ReadAll(saved);
+	const size_t record = file.find("400:6000/");
+	ASSERT_NE(record, std::string::npos) << file;
+	const std::string metric = file.substr(record, file.find(';', record) - record);
+	const size_t configurations = out.find("\"configurations\": ");
+	ASSERT_NE(configurations, std::string::npos);
+	EXPECT_EQ(std::count(metric.begin(), metric.end(), ',') + 1,
+	          atoi(out.c_str() + configurations + strlen("\"configurations\": ")))
+	    << metric;
+
+	Outcome plain = Run({"run", "ackerman", "--json"});
+	ASSERT_EQ(plain.exitStatus, 0) << plain.err;
+	EXPECT_EQ(plain.out.find("\"spread\""), std::string::npos);
+	EXPECT_EQ(plain.out.find("\"scaling\""), std::string::npos);
+	EXPECT_NE(plain.out.find("\"repeat\": 1"), std::string::npos);
+	EXPECT_NE(plain.out.find("\"record\": \"single time\""), std::string::npos);
+
+	// The table shows the spread beside each value, and the speed-ups.
+	Outcome table = Run({"run", "ackerman", "--repeat", "2", "--scaling"});
+	ASSERT_EQ(table.exitStatus, 0) << table.err;
+	EXPECT_NE(table.out.find(" %\n"), std::string::npos) << table.out;
+	EXPECT_NE(table.out.find("± "), std::string::npos) << table.out;
+	EXPECT_NE(table.out.find("Scaling: speed-up over 1 CPU"), std::string::npos);
+	EXPECT_NE(table.out.find("1.00x"), std::string::npos) << table.out;
+}
+
+
+TEST_F(RunCommandTest, RepeatOptionsAreChecked)
+{
+	const std::vector<std::vector<std::string>> wrong = {
+	    {"run", "memory", "--repeat", "0"},
+	    {"run", "memory", "--repeat", "many"},
+	    {"run", "memory", "--max-cv", "3"},
+	    {"run", "memory", "--repeat", "5", "--max-cv", "3", "--max-runs", "4"},
+	    {"run", "memory", "--repeat", "3", "--max-cv", "-1"},
+	};
+	for (const auto& arguments : wrong) {
+		Outcome outcome = Run(arguments);
+		EXPECT_EQ(outcome.exitStatus, 2) << arguments.back() << ": " << outcome.err;
+		EXPECT_TRUE(outcome.out.empty());
+	}
 }
 
 } // namespace
