@@ -222,6 +222,10 @@ Benchmark::SetRepeats(int32 repeat, double maxCv, int32 maxRuns)
 	fRepeat = repeat > 0 ? repeat : 0;
 	fMaxCv = maxCv > 0 ? maxCv : 0;
 	fMaxRuns = maxRuns > fRepeat ? maxRuns : fRepeat;
+	// A plain run calibrates with one timing of the empty loop, as it always
+	// has; repeated tests take the shortest of several, so that a time slice
+	// lost to another program is not subtracted from the next measurement.
+	fResults.SetCalibrationRuns(fRepeat > 0 ? kRepeatedCalibrationRuns : 1);
 }
 
 

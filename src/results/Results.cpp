@@ -55,7 +55,7 @@ ParseFloat(const LibString& text, float& value)
 
 Results::Results(bool isCurrent)
     : fIconRect(0, 0, -1, -1), fExpanded(false), fNbrCpus(0), fCpuCountdown(1), fOverhead(0),
-      fIcon(nullptr), fIsCurrent(isCurrent)
+      fCalibrationRuns(1), fIcon(nullptr), fIsCurrent(isCurrent)
 {
 	Reset();
 	fIcon = new (std::nothrow) BBitmap(BRect(0, 0, 15, 15), B_CMAP8);
@@ -66,7 +66,7 @@ Results::Results(bool isCurrent)
 
 Results::Results(NoProfile)
     : fIconRect(0, 0, -1, -1), fExpanded(false), fNbrCpus(0), fCpuCountdown(1), fOverhead(0),
-      fIcon(nullptr), fIsCurrent(false)
+      fCalibrationRuns(1), fIcon(nullptr), fIsCurrent(false)
 {
 	fIcon = new (std::nothrow) BBitmap(BRect(0, 0, 15, 15), B_CMAP8);
 	if (fIcon != nullptr)
@@ -215,7 +215,7 @@ Results::Calibrate(const long& iterations, int randCalls)
 			// off the measurement that follows. The loops with rand() calls
 			// run once, so the random sequence the tests draw stays the same.
 			bigtime_t shortest = -1;
-			for (int32 run = 0; run < kCalibrationRuns; run++) {
+			for (int32 run = 0; run < fCalibrationRuns; run++) {
 				const bigtime_t runStart = system_time();
 				EmptyPasses(iterations);
 				const bigtime_t elapsed = system_time() - runStart;
@@ -227,6 +227,13 @@ Results::Calibrate(const long& iterations, int randCalls)
 		}
 	}
 	fOverhead = system_time() - start;
+}
+
+
+void
+Results::SetCalibrationRuns(int32 runs)
+{
+	fCalibrationRuns = runs > 1 ? runs : 1;
 }
 
 

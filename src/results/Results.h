@@ -22,8 +22,9 @@ class BView;
 
 // The buffer callers write one record into; it bounds a record.
 const size_t kRecordSize = 9000;
-// Timings of the empty calibration loop, of which the shortest is kept.
-const int32 kCalibrationRuns = 5;
+// Timings of the empty calibration loop in a run of repeated tests, of which
+// the shortest is kept.
+const int32 kRepeatedCalibrationRuns = 5;
 
 class Results : public LinkList<Metric>
 {
@@ -52,8 +53,12 @@ public:
 	Metric* NewTest(const char* name, const long& cycles);
 	// Measures the overhead of iterations loop passes that each call rand()
 	// randCalls times (1 to 6; any other value: an empty pass, timed
-	// kCalibrationRuns times, the shortest kept).
+	// CalibrationRuns() times, the shortest kept).
 	void Calibrate(const long& iterations, int randCalls);
+	// How often the empty loop is timed: once in a plain run; more when tests
+	// are repeated to bring their spread down. Kept across Reset.
+	void SetCalibrationRuns(int32 runs);
+	int32 CalibrationRuns() const { return fCalibrationRuns; }
 	void StartTimer();
 	// Seconds since StartTimer, less the calibrated overhead.
 	float EndTimer();
@@ -105,7 +110,8 @@ public:
 	LinkList<RelatedDevices>& Devices() { return fDevices; }
 
 private:
-	struct NoProfile {};
+	struct NoProfile {
+	};
 	explicit Results(NoProfile);
 	void AddDevice(int32 classId, const char* text);
 
@@ -117,6 +123,7 @@ private:
 	int32 fNbrCpus;
 	int32 fCpuCountdown;
 	bigtime_t fOverhead;
+	int32 fCalibrationRuns;
 	LinkList<RelatedDevices> fDevices;
 	BBitmap* fIcon;
 	bool fIsCurrent;
