@@ -12,7 +12,9 @@ public:
 	// Opens <documentation>/<name>/<name>SUM in the web browser, or tells the
 	// user (an error alert) that it is not installed.
 	static status_t Show(const char* name);
-	// Where Show looks for the manual of name.
+	// The manual of name: the first regular file of <documentation>/<folder>/
+	// <name>SUM.html and <name>SUM, the folder being name, then name in lower
+	// case (the installed place). When there is none, the installed place.
 	static LibString DocumentPath(const char* name);
 };
 

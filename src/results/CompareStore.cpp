@@ -45,8 +45,7 @@ CompareStore::AddRecords(const BMessage& store, ResultList& list)
 	for (int32 i = 0; store.FindString(kRecordField, i, &record) == B_OK; i++) {
 		if (strchr(record, '\t') == nullptr)
 			continue;
-		Results* results = new Results(false);
-		results->Read(record);
+		Results* results = Results::FromRecord(record);
 		if (!list.Insert(results))
 			delete results;
 	}

@@ -64,6 +64,25 @@ Results::Results(bool isCurrent)
 }
 
 
+Results::Results(NoProfile)
+    : fIconRect(0, 0, -1, -1), fExpanded(false), fNbrCpus(0), fCpuCountdown(1), fOverhead(0),
+      fIcon(nullptr), fIsCurrent(false)
+{
+	fIcon = new (std::nothrow) BBitmap(BRect(0, 0, 15, 15), B_CMAP8);
+	if (fIcon != nullptr)
+		fIcon->SetBits(Processor, kProcessorIconSize, 0, B_CMAP8);
+}
+
+
+Results*
+Results::FromRecord(const char* record)
+{
+	Results* results = new Results(NoProfile());
+	results->Read(record);
+	return results;
+}
+
+
 Results::~Results()
 {
 	fDevices.Clear();
@@ -410,6 +429,26 @@ Results::Save(FILE* file, const int& columns) const
 	for (ListNode<Metric>* node = fHead; node != nullptr; node = node->fNext)
 		node->fData->Save(file, columns);
 	fputc('\n', file);
+}
+
+
+// A row is the bar line (17) and, expanded, a gap of 10 and 13 per device
+// line, as Draw steps them.
+float
+Results::RowHeight() const
+{
+	float height = 17;
+	if (fExpanded)
+		height += 10 + 13.0f * fDevices.Size();
+	return height;
+}
+
+
+// 16 x 16 pixels at the left of the row (BRect coordinates are inclusive).
+BRect
+Results::IconFrame(float y)
+{
+	return BRect(2, y, 17, y + 15);
 }
 
 

@@ -30,6 +30,10 @@ public:
 	// Reads this machine's profile (Reset).
 	explicit Results(bool isCurrent = false);
 	~Results() override;
+	// A stored run (isCurrent false) made from a record line: it describes
+	// another machine, so this one's profile, which Read would overwrite, is
+	// not taken (that costs milliseconds, a lot for a store of many runs).
+	static Results* FromRecord(const char* record);
 
 	Results(const Results&) = delete;
 	// Deep copies of metrics and device lines, with iconRect, expanded,
@@ -67,6 +71,15 @@ public:
 	void SaveUnits(FILE* file, const int& columns) const;
 	void Save(FILE* file, const int& columns) const;
 
+	// One comparison row at y: the description (blue when selected), the
+	// icon, the current metric's bars (Metric::Draw) and, when expanded, the
+	// device lines. Moves y past what it drew.
+	void Draw(BView* view, const float& maxScale, const long& left, const rgb_color* colors,
+	          float& y, const bool& selected, const float& reference);
+	// How far Draw moves y, and where it puts the icon for a row at y: rows
+	// out of sight are stepped over with these instead of being drawn.
+	float RowHeight() const;
+	static BRect IconFrame(float y);
 	// A click on the icon toggles the device list and the icon's picture.
 	bool Contains(BPoint point);
 	void PrintToStream() const;
@@ -85,6 +98,8 @@ public:
 	LinkList<RelatedDevices>& Devices() { return fDevices; }
 
 private:
+	struct NoProfile {};
+	explicit Results(NoProfile);
 	void AddDevice(int32 classId, const char* text);
 
 	LibTimer fTimer;

@@ -83,8 +83,7 @@ ReadRecords(FILE* file, ResultList& records)
 		if (record.find('\t') == std::string::npos)
 			return kResultsFileMalformed;
 
-		Results* results = new Results(false);
-		results->Read(record.c_str());
+		Results* results = Results::FromRecord(record.c_str());
 		const bool hasMetrics = results->Size() > 0;
 		if (!hasMetrics || !records.Insert(results)) {
 			delete results;

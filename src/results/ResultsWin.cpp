@@ -13,6 +13,7 @@
 #include "lib/ActionView.h"
 #include "lib/LibRect.h"
 #include "lib/LibString.h"
+#include "results/CompareWin.h"
 #include "results/Metric.h"
 #include "results/ResultItem.h"
 #include "results/Results.h"
@@ -83,6 +84,8 @@ ResultsWin::ResultsWin(const int& nbrCpus)
 ResultsWin::~ResultsWin()
 {
 	Lock();
+	if (fCompareWin != nullptr)
+		fCompareWin->Quit();
 	// The list does not own its rows.
 	while (fList->CountItems() > 0)
 		delete fList->RemoveItem(fList->CountItems() - 1);
@@ -109,7 +112,23 @@ ResultsWin::Update(Results& results, bool flag)
 			item->Rate(i, static_cast<float>(metric->Rate(i)));
 		fList->AddItem(item);
 	}
+	if (fCompareWin != nullptr)
+		CompareResults();
 	Unlock();
+}
+
+
+void
+ResultsWin::CompareResults()
+{
+	if (fCompareWin == nullptr) {
+		fCompareWin = new CompareWin(this, fCompareFlag);
+		fCompareWin->Run();
+		fCompareWin->SetPosition(kLibPositionMiddleLeft);
+	}
+	fCompareWin->SetResults(*fRecord);
+	fprintf(stderr, "time 2: %.3f 1: %.3f\n", fRecord->Time(1), fRecord->Time(0));
+	fCompareWin->Pop();
 }
 
 
@@ -121,14 +140,20 @@ ResultsWin::MessageReceived(BMessage* message)
 			Hide();
 			break;
 		case kMsgResultsCompare:
+			CompareResults();
+			break;
+		case kMsgCompareClosed:
+			if (fCompareWin != nullptr && fCompareWin->Lock()) {
+				fCompareWin->Quit();
+				fCompareWin = nullptr;
+			}
+			break;
 		case kMsgResultsSave:
 		case kMsgResultsSavePanel:
 		case kMsgResultsEmail:
-		case kMsgCompareClosed:
 		case kMsgDevicesDone:
-			// Saving, mailing and comparing arrive with the comparison and
-			// unknown-devices windows; until then their requests are taken
-			// here and go no further.
+			// Saving and mailing arrive with the unknown-devices window; until
+			// then their requests are taken here and go no further.
 			break;
 		default:
 			DialogWindow::MessageReceived(message);

@@ -12,6 +12,7 @@ class BFilePanel;
 class BListView;
 class BMessage;
 class BScrollView;
+class CompareWin;
 class Results;
 
 const uint32 kMsgResultsCancel = 500;
@@ -33,6 +34,9 @@ public:
 	// Copies results (under the window lock) and lists its metrics. flag
 	// allows the comparison window to save its store.
 	void Update(Results& results, bool flag);
+	// Opens the comparison window (once) with this run at its head, or
+	// hands the run to the one open.
+	void CompareResults();
 
 	void MessageReceived(BMessage* message) override;
 	bool QuitRequested() override;
@@ -40,13 +44,14 @@ public:
 	BListView* List() const { return fList; }
 	const Results* Record() const { return fRecord; }
 	bool CompareFlag() const { return fCompareFlag; }
+	CompareWin* CompareWindow() const { return fCompareWin; }
 
 private:
 	BListView* fList;
 	BScrollView* fScroll;
 	BFilePanel* fSavePanel;
 	Results* fRecord;
-	BWindow* fCompareWin;
+	CompareWin* fCompareWin;
 	BWindow* fDevicesWin;
 	BPath fSavePath;
 	bool fCompareFlag;

@@ -18,6 +18,7 @@
 #include "engine/GraphicsWin.h"
 #include "help/HelpFile.h"
 #include "help/HelpWindow.h"
+#include "results/CompareWin.h"
 #include "lib/LibAboutWindow.h"
 #include "results/ResultsWin.h"
 #include "sysinfo/AboutSysWindow.h"
@@ -58,6 +59,8 @@ Builders()
 	     QuitWindow},
 	    {"help", [] { return new HelpWindow("QStp", nullptr); }, QuitWindow},
 	    {"graphics", [] { return new GraphicsWin; }, QuitWindow},
+	    // With its "Save" button, as "-scmp" makes it.
+	    {"comparison", [] { return new CompareWin(nullptr, true); }, QuitWindow},
 	};
 	return builders;
 }
@@ -65,7 +68,7 @@ Builders()
 // Windows whose help entries are written but whose classes are not on this
 // branch yet: their keys are not checked until their builders are added
 // above (and their names removed from here).
-const std::set<std::string> kPendingWindows = {"CompareWin", "GetSysDeviceWin"};
+const std::set<std::string> kPendingWindows = {"GetSysDeviceWin"};
 
 
 // The key LibWindow::DispatchMessage builds for view: the window's name, then

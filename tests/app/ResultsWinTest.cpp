@@ -11,6 +11,7 @@
 
 #include "app/AppTestSupport.h"
 #include "lib/ActionView.h"
+#include "results/CompareWin.h"
 #include "results/Metric.h"
 #include "results/ResultItem.h"
 #include "results/Results.h"
@@ -135,10 +136,15 @@ TEST_F(ResultsWinTest, ButtonsPostTheirCodesAndCancelHides)
 
 	window->Pop();
 	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
-	// Save and Compare are taken without effect for now; the window stays.
+	// Save is taken without effect for now; Compare opens the comparison
+	// window once. The window stays.
 	window->PostMessage(kMsgResultsCompare);
 	window->PostMessage(kMsgResultsSave);
+	ASSERT_TRUE(RunUntil([&] { return window->CompareWindow() != nullptr; }));
+	CompareWin* compare = window->CompareWindow();
+	window->PostMessage(kMsgResultsCompare);
 	apptest::RunFor(0.3);
+	EXPECT_EQ(window->CompareWindow(), compare);
 	EXPECT_FALSE(window->IsHidden());
 
 	window->Lock();
