@@ -432,11 +432,11 @@ RunTests(RunOptions& options)
 			return 1;
 	}
 
-	system_info info;
-	get_system_info(&info);
-	const int32 configurations = std::min<int32>(info.cpu_count, Benchmark::kMaxConfigurations);
-
+	// The worker's record has just taken the machine's profile: its CPU count
+	// is the one the run will use, without reading the profile once more.
 	Benchmark benchmark;
+	const int32 configurations =
+	    std::min<int32>(benchmark.RunResults().NbrCpus(), Benchmark::kMaxConfigurations);
 	for (int32 test = 0; test < Benchmark::kTestCount; test++)
 		benchmark.SetTest(test, selected[test]);
 	const RunSettings& settings = options.settings;

@@ -285,6 +285,17 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
 	EXPECT_TRUE(TempEntries().empty());
 
+	// The configurations the record reports are the passes the worker ran.
+	const size_t at = outcome.out.find("\"configurations\": ");
+	ASSERT_NE(at, std::string::npos) << outcome.out;
+	const int configurations = std::atoi(outcome.out.c_str() + at + 18);
+	int passes = 0;
+	for (size_t line = outcome.err.find("Testing Ackerman"); line != std::string::npos;
+	     line = outcome.err.find("Testing Ackerman", line + 1))
+		passes++;
+	EXPECT_GE(configurations, 1);
+	EXPECT_EQ(passes, configurations) << outcome.err;
+
 	// The results file: version, length, and the record with every metric.
 	const std::string file = ReadAll(saved);
 	EXPECT_EQ(file.rfind("1.0\n", 0), 0u) << file;
