@@ -5,8 +5,11 @@ alone) in one session, so that a busy machine weighs on all of them alike.
 
 For a run, the cost is the process's wall time minus the timed regions (the
 metrics' times) minus the one-second pause after each processor is switched
-off. Each figure is printed as the median over the runs with its spread (the
-first and third quartiles). With --baseline, a second binary is measured in
+off. Beside it, the overshoot of a one-second sleep of this script in the same
+rounds: a run's pause overshoots alike, so that much of the harness figure (per
+pause) is the machine's wake-up latency, not the program. Each figure is
+printed as the median over the runs with its spread (the first and third
+quartiles). With --baseline, a second binary is measured in
 the same alternation, for figures before and after a change.
 """
 import argparse
@@ -66,6 +69,13 @@ def main():
                 samples.setdefault(label + command, []).append(wall_ms([binary, command]))
             if round_ < options.runs:
                 overhead, total = run_overhead_ms(binary, options.kernel)
+                # How late the machine wakes a sleeper: a run's pause overshoots
+                # as much, and that lands in the harness figure without being
+                # the program's.
+                start = time.perf_counter()
+                time.sleep(PAUSE_SECONDS)
+                samples.setdefault(label + "sleep(1) overshoot", []).append(
+                    (time.perf_counter() - start - PAUSE_SECONDS) * 1000.0)
                 samples.setdefault(label + "run " + options.kernel + " harness", []).append(
                     overhead)
                 samples.setdefault(label + "run " + options.kernel + " whole", []).append(total)

@@ -1,6 +1,7 @@
 #include "app/QuickstepWin.h"
 
 #include <cstdio>
+#include <string>
 
 #include <Alert.h>
 #include <AppDefs.h>
@@ -20,6 +21,7 @@
 
 #include "app/AnimateCursor.h"
 #include "engine/GraphicsWin.h"
+#include "engine/MachineCheck.h"
 #include "lib/LibAlert.h"
 #include "lib/LibApp.h"
 #include "lib/LibRect.h"
@@ -259,8 +261,20 @@ QuickstepWin::StartTest()
 		}
 	}
 
+	// What makes this run's numbers less trustworthy (a busy machine, a
+	// battery ...): on standard error before every run, and after the
+	// processor warning in its one alert.
+	MachineCheck check;
+	check.Start();
+	const std::string machine = check.StartText();
+	if (!machine.empty())
+		fprintf(stderr, "quickstep: before the run: %s\n", machine.c_str());
+
 	if (!fWarned) {
-		LibWarning("%s", kProcessorWarning);
+		if (machine.empty())
+			LibWarning("%s", kProcessorWarning);
+		else
+			LibWarning("%s\n\nThis machine: %s", kProcessorWarning, machine.c_str());
 		fWarned = true;
 	}
 

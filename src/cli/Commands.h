@@ -33,6 +33,11 @@ private:
 // has been built: its attributes hold the comparison store and the stored help.
 status_t DesktopExecutablePath(BPath& out);
 
+// A warning on standard error when rows come from different builds of the
+// program, whose numbers need not agree on the same machine.
+class ResultList;
+void WarnMixedPrograms(const char* prefix, ResultList& rows);
+
 void AddPlatformCommand(CLI::App& app, CommandTable& commands);
 void AddRunCommand(CLI::App& app, CommandTable& commands);
 void AddSystemCommand(CLI::App& app, CommandTable& commands);
@@ -40,5 +45,10 @@ void AddDevicesCommand(CLI::App& app, CommandTable& commands);
 void AddStoreCommand(CLI::App& app, CommandTable& commands);
 void AddCompareCommand(CLI::App& app, CommandTable& commands);
 void AddHelpCommand(CLI::App& app, CommandTable& commands);
+void AddMailCommand(CLI::App& app, CommandTable& commands);
+
+// Packs the results file at path with the report of unknown devices, as the
+// results window does; answers the exit status.
+int PackSavedRun(const char* path);
 
 #endif // CLI_COMMANDS_H

@@ -96,6 +96,7 @@ Compare(const std::string& test, const std::string& resultsPath)
 		return 1;
 	}
 
+	WarnMixedPrograms(kPrefix, rows);
 	const TestChoice choice = ParseChoice(test);
 	Metric* found = nullptr;
 	for (Results* results = rows.First(); results != nullptr && found == nullptr;
@@ -149,6 +150,21 @@ Compare(const std::string& test, const std::string& resultsPath)
 }
 
 } // namespace
+
+
+void
+WarnMixedPrograms(const char* prefix, ResultList& rows)
+{
+	LibString one;
+	LibString other;
+	if (CompareStore::MixedPrograms(rows, one, other)) {
+		fprintf(stderr,
+		        "%s: warning: these runs were measured by different builds of Quickstep (%s and "
+		        "%s); their numbers may differ because of the program, not only the machines\n",
+		        prefix, one.String(), other.String());
+	}
+}
+
 
 void
 AddCompareCommand(CLI::App& app, CommandTable& commands)

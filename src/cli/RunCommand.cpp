@@ -27,7 +27,9 @@
 
 #include "cli/Commands.h"
 #include "cli/GraphicsHost.h"
+#include "cli/RunReport.h"
 #include "engine/Benchmark.h"
+#include "engine/MachineCheck.h"
 #include "lib/LibBuildInfo.h"
 #include "results/Metric.h"
 #include "results/RelatedDevices.h"
@@ -58,7 +60,8 @@ const CheckBox kCheckBoxes[] = {
 };
 
 const char* kRunUsage =
-    "usage: quickstep-cli run TESTS [--save FILE] [--json]\n"
+    "usage: quickstep-cli run TESTS [--save FILE [--pack]] [--json] [--repeat N [--max-cv PCT]\n"
+    "  [--max-runs M]] [--scaling]\n"
     "  TESTS: comma-separated, any case: all, Graphics, Strings, Memory, Savage,\n"
     "  Ackerman, Dhrystone, Fourier, Whetstone, Sieve, LifeCycle (Disk LifeCycle),\n"
     "  Input/Output (Disk Input/Output); all is every box of the main window\n"
@@ -69,7 +72,9 @@ const int kExitInterrupted = 130;
 struct RunOptions {
 	std::string tests;
 	std::string saveFile;
+	bool pack = false;
 	bool json = false;
+	RunSettings settings;
 };
 
 
@@ -282,20 +287,21 @@ private:
 
 
 void
-PrintTable(Results& results, int32 configurations)
+PrintTable(Results& results, int32 configurations, const MetricSamples& samples)
 {
 	printf("%s\n\n", results.Description());
 	printf("%-28s %-14s", "Test", "Units");
+	const int width = 10 + (samples.IsEmpty() ? 0 : kSpreadColumns);
 	for (int32 cpus = configurations; cpus >= 1; cpus--) {
 		char heading[16];
 		snprintf(heading, sizeof(heading), "%d CPU", static_cast<int>(cpus));
-		printf(" %10s", heading);
+		printf(" %*s", width, heading);
 	}
 	printf("\n");
 	for (Metric* metric = results.First(); metric != nullptr; metric = results.Next()) {
 		printf("%-28s %-14s", metric->Description(), metric->Units());
 		for (int32 i = 0; i < metric->Count(); i++)
-			printf(" %10.1f", metric->Rate(i));
+			printf(" %10.1f%s", metric->Rate(i), SpreadText(samples, *metric, i).c_str());
 		printf("\n");
 	}
 	printf("\nDevices\n");
@@ -307,14 +313,12 @@ PrintTable(Results& results, int32 configurations)
 
 
 void
-PrintJson(Results& results, int32 configurations, double wallSeconds)
+PrintJson(Results& results, int32 configurations, double wallSeconds, const RunOptions& options,
+          const Benchmark& benchmark, const MachineCheck& check)
 {
 	nlohmann::ordered_json record;
-	record["program"] = {{"name", "Quickstep"},
-	                     {"version", LibBuildVersion()},
-	                     {"commit", LibBuildCommit()},
-	                     {"compiler", LibBuildCompiler()},
-	                     {"flags", LibBuildFlags()}};
+	record["program"] = ProgramJson(options.settings, check);
+	record["machine"] = MachineJson(check);
 	record["description"] = results.Description();
 	record["cpus"] = results.NbrCpus();
 	record["configurations"] = configurations;
@@ -332,12 +336,15 @@ PrintJson(Results& results, int32 configurations, double wallSeconds)
 			times.push_back(metric->TimeAt(i));
 			rates.push_back(metric->Rate(i));
 		}
-		metrics.push_back({{"index", metric->Index()},
-		                   {"name", metric->Description()},
-		                   {"units", metric->Units()},
-		                   {"cycles", metric->NbrCycles()},
-		                   {"times", times},
-		                   {"rates", rates}});
+		nlohmann::ordered_json entry = {{"index", metric->Index()}, {"name", metric->Description()},
+		                                {"units", metric->Units()}, {"cycles", metric->NbrCycles()},
+		                                {"times", times},           {"rates", rates}};
+		nlohmann::ordered_json spread = SpreadJson(benchmark.Samples(), *metric, configurations);
+		if (!spread.is_null())
+			entry["spread"] = spread;
+		if (options.settings.scaling)
+			entry["scaling"] = ScalingJson(*metric, configurations);
+		metrics.push_back(entry);
 	}
 	record["metrics"] = metrics;
 	// Replaces bytes that are not UTF-8 (a device name) instead of failing.
@@ -346,11 +353,61 @@ PrintJson(Results& results, int32 configurations, double wallSeconds)
 }
 
 
+// The options of repeated measurement. Each test runs N times per
+// configuration and the record keeps the median; --max-cv adds runs while the
+// spread is too large, up to --max-runs.
+void
+AddRepeatOptions(CLI::App* command, RunSettings& settings)
+{
+	static const int32 kMaxRepeat = 100;
+	CLI::Option* repeat =
+	    command
+	        ->add_option("--repeat", settings.repeat,
+	                     "Run each test N times per CPU configuration; record the median time")
+	        ->check(CLI::Range(1, kMaxRepeat))
+	        ->type_name("N");
+	CLI::Option* maxCv =
+	    command
+	        ->add_option("--max-cv", settings.maxCv,
+	                     "With --repeat: run again while a metric's coefficient of variation is "
+	                     "above PCT per cent")
+	        ->check(CLI::Range(0.0, 1000.0))
+	        ->type_name("PCT");
+	command
+	    ->add_option("--max-runs", settings.maxRuns,
+	                 "With --max-cv: at most M runs per test and configuration (default: 3 x N, "
+	                 "at least 10)")
+	    ->check(CLI::Range(1, kMaxRepeat))
+	    ->type_name("M")
+	    ->needs(maxCv);
+	maxCv->needs(repeat);
+	command->add_flag("--scaling", settings.scaling,
+	                  "Also show each configuration's speed-up over one CPU");
+}
+
+
+// The bound on runs when none was given; answers 0 or the exit status after
+// saying what is wrong.
 int
-RunTests(const RunOptions& options)
+CompleteRepeatSettings(RunSettings& settings)
+{
+	if (settings.repeat > 0 && settings.maxRuns == 0)
+		settings.maxRuns = settings.maxCv > 0 ? std::max(3 * settings.repeat, 10) : settings.repeat;
+	if (settings.maxRuns < settings.repeat) {
+		fprintf(stderr, "quickstep-cli run: --max-runs %d is below --repeat %d\n%s",
+		        static_cast<int>(settings.maxRuns), static_cast<int>(settings.repeat), kRunUsage);
+		return 2;
+	}
+	return 0;
+}
+
+int
+RunTests(RunOptions& options)
 {
 	bool selected[Benchmark::kTestCount];
-	const int status = SelectTests(options.tests, selected);
+	int status = SelectTests(options.tests, selected);
+	if (status == 0)
+		status = CompleteRepeatSettings(options.settings);
 	if (status != 0)
 		return status;
 	// Before any thread starts: a display answering also readies Xlib for
@@ -364,13 +421,19 @@ RunTests(const RunOptions& options)
 			return 1;
 	}
 
-	system_info info;
-	get_system_info(&info);
-	const int32 configurations = std::min<int32>(info.cpu_count, Benchmark::kMaxConfigurations);
-
+	// The worker's record has just taken the machine's profile: its CPU count
+	// is the one the run will use, without reading the profile once more.
 	Benchmark benchmark;
+	const int32 configurations =
+	    std::min<int32>(benchmark.RunResults().NbrCpus(), Benchmark::kMaxConfigurations);
 	for (int32 test = 0; test < Benchmark::kTestCount; test++)
 		benchmark.SetTest(test, selected[test]);
+	const RunSettings& settings = options.settings;
+	benchmark.SetRepeats(settings.repeat, settings.maxCv, settings.maxRuns);
+	MachineCheck check;
+	check.Start();
+	const size_t warned = PrintMachineWarnings(check, 0);
+	benchmark.SetMachineCheck(&check);
 
 	// Before any other thread of this command starts: they inherit the mask.
 	Interruption interruption(&benchmark);
@@ -388,12 +451,16 @@ RunTests(const RunOptions& options)
 	fprintf(stderr, "done in %s\n", MinutesSeconds(static_cast<float>(wallSeconds)).c_str());
 	looper->Lock();
 	looper->Quit();
+	PrintMachineWarnings(check, warned);
 
 	Results& results = benchmark.RunResults();
-	if (options.json)
-		PrintJson(results, configurations, wallSeconds);
-	else
-		PrintTable(results, configurations);
+	if (options.json) {
+		PrintJson(results, configurations, wallSeconds, options, benchmark, check);
+	} else {
+		PrintTable(results, configurations, benchmark.Samples());
+		if (settings.scaling)
+			PrintScaling(results, configurations);
+	}
 
 	if (!options.saveFile.empty()) {
 		const ResultsFileStatus saved = ResultsFile::Write(options.saveFile.c_str(), results);
@@ -403,6 +470,8 @@ RunTests(const RunOptions& options)
 			fprintf(stderr, "quickstep-cli run: %s: %s\n", options.saveFile.c_str(), why);
 			return 1;
 		}
+		if (options.pack)
+			return PackSavedRun(options.saveFile.c_str());
 	}
 	return 0;
 }
@@ -420,7 +489,14 @@ AddRunCommand(CLI::App& app, CommandTable& commands)
 	    ->add_option("tests", options.tests,
 	                 "Comma-separated tests (check-box labels or display names), or all")
 	    ->required();
-	command->add_option("--save", options.saveFile, "Write the run to this results file");
+	CLI::Option* save =
+	    command->add_option("--save", options.saveFile, "Write the run to this results file");
+	command
+	    ->add_flag("--pack", options.pack,
+	               "Pack the results file with the report of unknown devices for mailing "
+	               "(FILE becomes FILE.zip)")
+	    ->needs(save);
 	command->add_flag("--json", options.json, "Print the run as JSON instead of a table");
+	AddRepeatOptions(command, options.settings);
 	commands.Add(command, [] { return RunTests(options); });
 }

@@ -83,6 +83,7 @@ List()
 		printf("The store is empty.\n");
 		return 0;
 	}
+	WarnMixedPrograms(kPrefix, rows);
 	printf("%4s  %4s  %7s  %s\n", "Row", "CPUs", "Metrics", "Machine");
 	int row = 1;
 	for (Results* results = rows.First(); results != nullptr; results = rows.Next(), row++)
@@ -126,6 +127,7 @@ Add(const std::vector<std::string>& files)
 			return 1;
 		printf("Added %d run%s; the store holds %d.\n", added, added == 1 ? "" : "s",
 		       static_cast<int>(rows.Size()));
+		WarnMixedPrograms(kPrefix, rows);
 	}
 	return failed > 0 ? 1 : 0;
 }

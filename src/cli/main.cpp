@@ -25,6 +25,7 @@ main(int argc, char** argv)
 	AddStoreCommand(app, commands);
 	AddCompareCommand(app, commands);
 	AddHelpCommand(app, commands);
+	AddMailCommand(app, commands);
 
 	// CLI11 reports a mistyped command as a missing one; name it instead.
 	if (argc > 1 && argv[1][0] != '-') {

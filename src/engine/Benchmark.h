@@ -7,7 +7,10 @@
 #include <SupportDefs.h>
 
 #include "lib/LibThread.h"
+#include "results/MetricSamples.h"
 #include "results/Results.h"
+
+class MachineCheck;
 
 // Sent before each test with the string "status" ("Testing %s (cpu %d/%d)").
 const uint32 kMsgBenchmarkStatus = 'BmkS';
@@ -73,6 +76,17 @@ public:
 	// of them exist. Only unlink and formatting: safe on a signal thread.
 	static void RemoveDiskFiles();
 
+	// Repeated measurement, off unless set before Go: every test of every
+	// pass runs repeat times, then again while one of its metrics' rates
+	// varies by more than maxCv per cent (0: no such rule), maxRuns times at
+	// most; each configuration records the median time. repeat 0 is the
+	// plain run, one measurement each.
+	void SetRepeats(int32 repeat, double maxCv, int32 maxRuns);
+	// Every time measured in the last run with repeats.
+	const MetricSamples& Samples() const { return fSamples; }
+	// Sampled between tests when set (owned by the caller).
+	void SetMachineCheck(MachineCheck* check) { fMachineCheck = check; }
+
 	void RunGraphics();
 	void RunStrings();
 	void RunMemory();
@@ -86,6 +100,23 @@ public:
 	void RunFileLifeCycle();
 
 	static int32 Ackerman(const int& m, const int& n);
+
+	// The timed loops of the inline kernels, never inlined into their callers,
+	// so that a run and bench/'s standalone build execute the same code.
+	static void CopyStrings(char* buffer, const char* text, long loops);
+	static void CompareStrings(const char* buffer, const char* text, long loops);
+	static void AllocateBlocks(long loops);
+	static void AckermanLoops(long loops);
+
+	// The strings kernel's text and destination, placed the same way in
+	// every run: the library's string functions take different paths for
+	// different alignments and near a page's end, and the stack's position
+	// differs from process to process.
+	struct alignas(128) StringsArea {
+		char text[46];
+		char padding[128 - 46];
+		char buffer[80];
+	};
 
 	// One pass of the sieve over kSieveFlags flags.
 	static void SievePass(uint8* flags);
@@ -101,12 +132,22 @@ private:
 	Benchmark(const Benchmark&) = delete;
 	Benchmark& operator=(const Benchmark&) = delete;
 
+	typedef void (Benchmark::*RunMethod)();
+	// Runs one test as often as the repeat settings ask, recording the
+	// median time of each metric it makes.
+	void RunRepeated(RunMethod run, int32 position);
+
 	int32 fCurrentCpu;
 	// Configurations this run measures: the CPU count, at most
 	// kMaxConfigurations; the second number of the status text.
 	int32 fConfigurations;
 	Results fResults;
 	bool fTests[kTestCount];
+	int32 fRepeat;
+	double fMaxCv;
+	int32 fMaxRuns;
+	MetricSamples fSamples;
+	MachineCheck* fMachineCheck;
 
 	static GraphicsTest sGraphicsTest;
 };

@@ -34,6 +34,13 @@ LibBuildFlags()
 
 
 const char*
+LibBuildIdentity()
+{
+	return QUICKSTEP_BUILD_VERSION " (commit " QUICKSTEP_BUILD_COMMIT ")";
+}
+
+
+const char*
 LibBuildLine(const char* program)
 {
 	// Called from main before any other thread exists.

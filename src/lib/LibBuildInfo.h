@@ -13,6 +13,8 @@ const char* LibBuildCommit();
 const char* LibBuildCompiler();
 // The compiler flags of the build type, sanitizers included.
 const char* LibBuildFlags();
+// What tells runs of two builds apart: "1.2.2 (commit 17f6b0a1c2d3)".
+const char* LibBuildIdentity();
 // One line for --version: "quickstep-cli 1.2.2 (commit 17f6b0a1c2d3, GNU 12.2.0)".
 const char* LibBuildLine(const char* program);
 

@@ -1,8 +1,10 @@
 #include "lib/LibFile.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,11 +13,15 @@
 #include <FindDirectory.h>
 #include <Message.h>
 #include <Path.h>
+#include <Platform.h>
 
 namespace {
 
 // rwxrwxr-x
 const mode_t kDirectoryMode = 0775;
+// What the program makes under a shared name: the user's alone.
+const mode_t kPrivateDirectoryMode = 0700;
+const mode_t kPrivateFileMode = 0600;
 
 
 // A path for the inside of double quotes: the shell still expands $ and `
@@ -82,6 +88,23 @@ EnterParent(const BPath& source, std::string* leaf)
 	if (chdir(parent.Path()) != 0)
 		return true;
 	return true;
+}
+
+
+// What stands at a shared name: B_ENTRY_NOT_FOUND for nothing, B_OK for an
+// entry of the user's own that is not a link, else the reason not to touch it.
+status_t
+SharedPathState(const char* path, struct stat* info)
+{
+	if (path == nullptr || path[0] == '\0')
+		return B_BAD_VALUE;
+	if (lstat(path, info) != 0)
+		return errno == ENOENT ? B_ENTRY_NOT_FOUND : StatusFromErrno(errno);
+	if (S_ISLNK(info->st_mode))
+		return B_LINK_LIMIT;
+	if (info->st_uid != platform_user_id())
+		return B_PERMISSION_DENIED;
+	return B_OK;
 }
 
 } // namespace
@@ -235,4 +258,59 @@ LibGetFilePath(const BMessage* message, BPath& out)
 		return false;
 	out = path;
 	return true;
+}
+
+
+status_t
+LibClearSharedPath(const char* path)
+{
+	struct stat info;
+	status_t state = SharedPathState(path, &info);
+	if (state == B_ENTRY_NOT_FOUND)
+		return B_OK;
+	if (state != B_OK)
+		return state;
+	// The user's own, left from an earlier run: rm does not follow the links
+	// it meets inside a directory.
+	LibUnlink(path);
+	state = SharedPathState(path, &info);
+	if (state == B_ENTRY_NOT_FOUND)
+		return B_OK;
+	return state == B_OK ? B_FILE_EXISTS : state;
+}
+
+
+status_t
+LibMakePrivateDirectory(const char* path)
+{
+	if (path == nullptr || path[0] == '\0')
+		return B_BAD_VALUE;
+	int made = mkdir(path, kPrivateDirectoryMode);
+	int error = errno;
+	// Whatever mkdir said, what is there now decides: between the clearing
+	// and now someone else may have put a link or a directory of his there.
+	struct stat info;
+	status_t state = SharedPathState(path, &info);
+	if (state == B_ENTRY_NOT_FOUND && made != 0)
+		return StatusFromErrno(error);
+	if (state != B_OK)
+		return state;
+	if (!S_ISDIR(info.st_mode))
+		return B_NOT_A_DIRECTORY;
+	if ((info.st_mode & 077) != 0 && chmod(path, kPrivateDirectoryMode) != 0)
+		return StatusFromErrno(errno);
+	return B_OK;
+}
+
+
+status_t
+LibMakePrivateFile(const char* path)
+{
+	if (path == nullptr || path[0] == '\0')
+		return B_BAD_VALUE;
+	int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kPrivateFileMode);
+	if (fd < 0)
+		return errno == EEXIST ? B_FILE_EXISTS : StatusFromErrno(errno);
+	close(fd);
+	return B_OK;
 }

@@ -7,6 +7,8 @@
 #ifndef LIB_FILE_H
 #define LIB_FILE_H
 
+#include <SupportDefs.h>
+
 class BMessage;
 class BPath;
 
@@ -39,5 +41,26 @@ bool LibFindEnvFile(const char* variable, const char* file, BPath& out);
 // The path a save panel's reply names: its "directory" reference joined with
 // its "name" string stripped of leading and trailing blanks.
 bool LibGetFilePath(const BMessage* message, BPath& out);
+
+
+// Fixed names in a directory that every user can write to ("/tmp/results"):
+// the program never follows a symbolic link there and never uses what another
+// user owns, since either would let that user have the program write over his
+// choice of file. Ownership is judged against platform_user_id().
+//
+// Clears the path for the user's own use: B_OK when nothing is there, or when
+// what was there was the user's own and is gone now (a stale directory goes
+// with its contents). B_LINK_LIMIT for a symbolic link, B_PERMISSION_DENIED
+// for another user's entry, B_FILE_EXISTS when the user's own would not go.
+// Nothing but the user's own entry is changed.
+status_t LibClearSharedPath(const char* path);
+// Makes a directory at a cleared path that only the user can enter: B_OK when
+// there is one of the user's own there now; otherwise the code of
+// LibClearSharedPath for what stands there (someone was quicker), or why the
+// directory could not be made.
+status_t LibMakePrivateDirectory(const char* path);
+// Makes an empty file that only the user can read, where nothing is; a link
+// is not followed. B_OK, or why not (B_FILE_EXISTS when something is there).
+status_t LibMakePrivateFile(const char* path);
 
 #endif // LIB_FILE_H

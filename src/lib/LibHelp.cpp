@@ -4,6 +4,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -54,13 +55,30 @@ FoundAlongPath(const char* program)
 LibString
 LibHelp::DocumentPath(const char* name)
 {
-	BPath path;
-	find_directory(B_COMMON_DOCUMENTATION_DIRECTORY, &path);
-	path.Append(name);
-	LibString file(name);
-	file += "SUM";
-	path.Append(file.String());
-	return LibString(path.Path());
+	BPath root;
+	find_directory(B_COMMON_DOCUMENTATION_DIRECTORY, &root);
+
+	// The folder carries the program's name, and on Linux also the package's
+	// lower-case one, where the installed manual lives beside the copyright and
+	// changelog. The manual is installed with ".html" so that the browser takes
+	// it for a web page; a copy without the extension is found as well.
+	LibString lowerName(name);
+	lowerName.ToLower();
+	const char* folders[] = {name, lowerName.String()};
+	const LibString files[] = {LibString(name) + "SUM.html", LibString(name) + "SUM"};
+	for (const char* folder : folders) {
+		for (const LibString& file : files) {
+			BPath candidate(root.Path(), folder);
+			candidate.Append(file.String());
+			struct stat status;
+			if (stat(candidate.Path(), &status) == 0 && S_ISREG(status.st_mode))
+				return LibString(candidate.Path());
+		}
+	}
+	// Nowhere: name the place an install puts it.
+	BPath installed(root.Path(), lowerName.String());
+	installed.Append(files[0].String());
+	return LibString(installed.Path());
 }
 
 

@@ -13,7 +13,9 @@ public:
 	// user (an error alert) that it is not installed or that the browser
 	// could not be started.
 	static status_t Show(const char* name);
-	// Where Show looks for the manual of name.
+	// The manual of name: the first regular file of <documentation>/<folder>/
+	// <name>SUM.html and <name>SUM, the folder being name, then name in lower
+	// case (the installed place). When there is none, the installed place.
 	static LibString DocumentPath(const char* name);
 };
 

@@ -46,6 +46,8 @@ public:
 	void Hide();
 	bool IsShowing() const { return fShowing; }
 	void SetSaveText(const char* text);
+	// The name the save panel proposes.
+	const char* SaveText() const { return fSaveText.c_str(); }
 	void SetTarget(BMessenger target);
 	void SetMessage(BMessage* message);
 	void SetPanelDirectory(const char* directory);

@@ -75,7 +75,7 @@ Prefix()
 }
 
 // The documentation root: the install's doc directory without the package's
-// own folder ("share/doc/Quickstep" gives "<prefix>/share/doc").
+// own folder ("share/doc/quickstep" gives "<prefix>/share/doc").
 std::string
 DocumentationDirectory()
 {

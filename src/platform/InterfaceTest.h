@@ -20,4 +20,8 @@ bool platform_ui_close_window(BWindow* window);
 // without a window manager (one that ended leaves it on its last window).
 void platform_ui_keyboard_follows_pointer();
 
+// While set, a file panel's Show only marks the panel as showing and runs no
+// chooser: the test answers with the panel's message itself.
+void platform_set_file_chooser_disabled(bool disabled);
+
 #endif // INTERFACE_TEST_H

@@ -4,10 +4,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <string>
 
 #include <sys/xattr.h>
 #include <unistd.h>
+
+#include "PlatformTest.h"
+
+namespace {
+
+std::mutex sOverrideLock;
+std::string sTmpDirectory;
+int64 sUserId = -1;
+
+} // namespace
+
 
 status_t
 platform_probe_attributes(const char* directory)
@@ -41,4 +53,42 @@ platform_executable_path(char* path, int32 length)
 	memcpy(path, buffer, size);
 	path[size] = '\0';
 	return B_OK;
+}
+
+
+status_t
+platform_tmp_directory(char* path, int32 length)
+{
+	if (path == nullptr || length <= 0)
+		return B_BAD_VALUE;
+	std::string directory;
+	{
+		std::lock_guard<std::mutex> lock(sOverrideLock);
+		directory = sTmpDirectory.empty() ? "/tmp" : sTmpDirectory;
+	}
+	if (directory.size() + 1 > static_cast<size_t>(length))
+		return B_BUFFER_OVERFLOW;
+	memcpy(path, directory.c_str(), directory.size() + 1);
+	return B_OK;
+}
+
+uint32
+platform_user_id()
+{
+	std::lock_guard<std::mutex> lock(sOverrideLock);
+	return sUserId >= 0 ? static_cast<uint32>(sUserId) : static_cast<uint32>(geteuid());
+}
+
+void
+platform_set_tmp_directory(const char* path)
+{
+	std::lock_guard<std::mutex> lock(sOverrideLock);
+	sTmpDirectory = path != nullptr ? path : "";
+}
+
+void
+platform_set_user_id(int64 uid)
+{
+	std::lock_guard<std::mutex> lock(sOverrideLock);
+	sUserId = uid;
 }

@@ -32,6 +32,19 @@ void platform_set_screen(const BRect* frame, color_space space);
 // node attributes go to the per-user fallback store (false: the real calls).
 void platform_set_xattr_disabled(bool disabled);
 
+// The directory that stands for "/tmp" where the program uses fixed names
+// there (platform_tmp_directory).
+void platform_set_tmp_directory(const char* path);
+
+// The user id the program counts as its own when it checks who owns a file
+// (a negative id: the effective user again). Lets a test meet "another
+// user's" file without changing owners.
+void platform_set_user_id(int64 uid);
+
+// The directories (colon-separated) BMailMessage looks in for sendmail and
+// xdg-email instead of PATH, /usr/sbin and /usr/lib (null: those again).
+void platform_set_mail_tool_path(const char* directories);
+
 // How many finished, never waited-for threads stay known (0: the default).
 void platform_set_finished_thread_limit(int32 limit);
 

@@ -16,6 +16,9 @@ const char* kCompareStoreAttribute = "kw:benchmark";
 const char* kCompareTableName = "Quickstep.compare";
 
 static const char* kRecordField = "results";
+// The build that measured each record, in the same order ("" unknown); a
+// store written before has none, and its records stay unknown.
+static const char* kProgramField = "programs";
 
 
 CompareStore::CompareStore(const char* executablePath)
@@ -45,8 +48,10 @@ CompareStore::AddRecords(const BMessage& store, ResultList& list)
 	for (int32 i = 0; store.FindString(kRecordField, i, &record) == B_OK; i++) {
 		if (strchr(record, '\t') == nullptr)
 			continue;
-		Results* results = new Results(false);
-		results->Read(record);
+		Results* results = Results::FromRecord(record);
+		const char* program = nullptr;
+		if (store.FindString(kProgramField, i, &program) == B_OK)
+			results->SetProgram(program);
 		if (!list.Insert(results))
 			delete results;
 	}
@@ -63,7 +68,9 @@ CompareStore::Write(ResultList& list)
 			continue;
 		// A record longer than the buffer keeps the fields that fit.
 		results->Write(record.data(), record.size());
-		const status_t status = store.AddString(kRecordField, record.data());
+		status_t status = store.AddString(kRecordField, record.data());
+		if (status == B_OK)
+			status = store.AddString(kProgramField, results->Program());
 		if (status != B_OK)
 			return status;
 	}
@@ -73,6 +80,25 @@ CompareStore::Write(ResultList& list)
 	fInFallback = node.LastAttrInFallback();
 	fRefusal = node.LastXattrRefusal();
 	return status;
+}
+
+
+bool
+CompareStore::MixedPrograms(ResultList& list, LibString& one, LibString& other)
+{
+	one = "";
+	for (Results* results = list.First(); results != nullptr; results = list.Next()) {
+		const char* program = results->Program();
+		if (program[0] == '\0')
+			continue;
+		if (one.IsEmpty()) {
+			one = program;
+		} else if (one != program) {
+			other = program;
+			return true;
+		}
+	}
+	return false;
 }
 
 

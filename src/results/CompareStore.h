@@ -36,6 +36,10 @@ public:
 	bool LastWriteInFallback() const { return fInFallback; }
 	status_t LastRefusal() const { return fRefusal; }
 
+	// Whether the rows whose build is known come from two different builds;
+	// if so, one and other name two of them.
+	static bool MixedPrograms(ResultList& list, LibString& one, LibString& other);
+
 	// The tab-separated table of list at path: headings and units from the
 	// first row, the first row's line, then every row's line (the first row's
 	// thus twice, as the comparison window has always written it).

@@ -44,20 +44,6 @@ static const MetricName kMetricNames[] = {
 };
 
 
-// Rates are handed on as floats. A record from elsewhere can hold a time so
-// small (a denormal) that its rate lies beyond a float's range: it becomes an
-// infinite rate instead of an overflowing conversion.
-static float
-RateAsFloat(double rate)
-{
-	if (rate > FLT_MAX)
-		return HUGE_VALF;
-	if (rate < -FLT_MAX)
-		return -HUGE_VALF;
-	return static_cast<float>(rate);
-}
-
-
 Metric::Metric() : fIndex(0), fCount(0), fTimes(), fCycles(1), fDrawn()
 {
 }
@@ -137,6 +123,14 @@ Metric::Time(const float& seconds)
 }
 
 
+void
+Metric::DropTime()
+{
+	if (fCount > 0)
+		fTimes[--fCount] = 0;
+}
+
+
 float
 Metric::TimeAt(int position) const
 {
@@ -152,6 +146,33 @@ Metric::Drawn(int position) const
 	if (position < 0 || position >= kMaxMetricTimes)
 		return false;
 	return fDrawn[position];
+}
+
+
+// Rates are handed on as floats; a finite rate beyond a float's range (a
+// tiny time) would not convert, so it becomes the largest float instead.
+static float
+AsFloat(double rate)
+{
+	if (std::isfinite(rate) && std::fabs(rate) > FLT_MAX)
+		return static_cast<float>(std::copysign(FLT_MAX, rate));
+	return static_cast<float>(rate);
+}
+
+
+// Any rate a file can hold arrives here (zero, negative, NaN, infinite, huge),
+// as can a zero or unusable scale: the answer is always between 0 and span.
+double
+Metric::BarLength(double span, double rate, double maxScale, double reference)
+{
+	if (!(span > 0) || !(maxScale > 0))
+		return 0;
+	double fraction = reference > 0 ? rate / reference * 100 / maxScale : rate / maxScale;
+	if (!(fraction > 0))
+		return 0;
+	if (fraction > 1)
+		fraction = 1;
+	return span * fraction;
 }
 
 
@@ -173,7 +194,7 @@ Metric::MaxRate(int& which) const
 {
 	float best = 0;
 	for (int i = 0; i < fCount; i++) {
-		const float rate = RateAsFloat(Rate(i));
+		const float rate = AsFloat(Rate(i));
 		if (rate > best) {
 			best = rate;
 			which = i;
@@ -193,7 +214,7 @@ Metric::NextSmallestRate(float& rate)
 	for (int i = 0; i < fCount; i++) {
 		if (fDrawn[i])
 			continue;
-		const float candidate = RateAsFloat(Rate(i));
+		const float candidate = AsFloat(Rate(i));
 		if (candidate < rate && candidate > 0 && candidate > foundRate) {
 			found = i;
 			foundRate = candidate;

@@ -34,6 +34,8 @@ public:
 	void Description(const char* name);
 	// Records one elapsed time in seconds for the next configuration.
 	void Time(const float& seconds);
+	// Forgets the last time recorded (a repeated test records its median).
+	void DropTime();
 
 	int32 Index() const { return fIndex; }
 	int32 Count() const { return fCount; }
@@ -68,6 +70,19 @@ public:
 	// columns configurations.
 	void Save(FILE* file, const int& columns) const;
 	void PrintToStream() const;
+
+	// One bar per configuration, longest first and each shorter one over it,
+	// left of view's frame width scaled to maxScale (or, with a reference
+	// above 0, to maxScale percent of it); colors holds kMaxMetricTimes
+	// colours, colors[n - 1] for the bar of n processors. Moves y to the next
+	// row.
+	void Draw(BView* view, const float& maxScale, const long& left, const rgb_color* colors,
+	          float& y, const float& reference);
+
+	// The length in pixels of the bar of rate on a row span pixels wide:
+	// span x rate / maxScale, or with a reference above 0 span x (rate /
+	// reference) x 100 / maxScale; 0 to span whatever the numbers.
+	static double BarLength(double span, double rate, double maxScale, double reference);
 
 	// The test name of a measurement index, "" for an unknown index.
 	static const char* NameOf(int32 index);

@@ -22,6 +22,9 @@ class BView;
 
 // The buffer callers write one record into; it bounds a record.
 const size_t kRecordSize = 9000;
+// Timings of the empty calibration loop in a run of repeated tests, of which
+// the shortest is kept.
+const int32 kRepeatedCalibrationRuns = 5;
 
 class Results : public LinkList<Metric>
 {
@@ -30,6 +33,10 @@ public:
 	// Reads this machine's profile (Reset).
 	explicit Results(bool isCurrent = false);
 	~Results() override;
+	// A stored run (isCurrent false) made from a record line: it describes
+	// another machine, so this one's profile, which Read would overwrite, is
+	// not taken (that costs milliseconds, a lot for a store of many runs).
+	static Results* FromRecord(const char* record);
 
 	Results(const Results&) = delete;
 	// Deep copies of metrics and device lines, with iconRect, expanded,
@@ -45,8 +52,13 @@ public:
 	// The metric of that name (its cycles unchanged), or a new one appended.
 	Metric* NewTest(const char* name, const long& cycles);
 	// Measures the overhead of iterations loop passes that each call rand()
-	// randCalls times (1 to 6; any other value: an empty pass).
+	// randCalls times (1 to 6; any other value: an empty pass, timed
+	// CalibrationRuns() times, the shortest kept).
 	void Calibrate(const long& iterations, int randCalls);
+	// How often the empty loop is timed: once in a plain run; more when tests
+	// are repeated to bring their spread down. Kept across Reset.
+	void SetCalibrationRuns(int32 runs);
+	int32 CalibrationRuns() const { return fCalibrationRuns; }
 	void StartTimer();
 	// Seconds since StartTimer, less the calibrated overhead.
 	float EndTimer();
@@ -67,6 +79,15 @@ public:
 	void SaveUnits(FILE* file, const int& columns) const;
 	void Save(FILE* file, const int& columns) const;
 
+	// One comparison row at y: the description (blue when selected), the
+	// icon, the current metric's bars (Metric::Draw) and, when expanded, the
+	// device lines. Moves y past what it drew.
+	void Draw(BView* view, const float& maxScale, const long& left, const rgb_color* colors,
+	          float& y, const bool& selected, const float& reference);
+	// How far Draw moves y, and where it puts the icon for a row at y: rows
+	// out of sight are stepped over with these instead of being drawn.
+	float RowHeight() const;
+	static BRect IconFrame(float y);
 	// A click on the icon toggles the device list and the icon's picture.
 	bool Contains(BPoint point);
 	void PrintToStream() const;
@@ -74,6 +95,10 @@ public:
 	// The metric under the list's cursor, or null.
 	Metric* CurrentMetric() const;
 	const char* Description() const { return fDescription; }
+	// The build of the program that measured the run ("1.2.2 (commit ...)"),
+	// "" when unknown. Kept beside the record, never in it.
+	const char* Program() const { return fProgram; }
+	void SetProgram(const char* program) { fProgram = program; }
 	int32 NbrCpus() const { return fNbrCpus; }
 	int32 CpuCountdown() const { return fCpuCountdown; }
 	bigtime_t Overhead() const { return fOverhead; }
@@ -85,15 +110,20 @@ public:
 	LinkList<RelatedDevices>& Devices() { return fDevices; }
 
 private:
+	struct NoProfile {
+	};
+	explicit Results(NoProfile);
 	void AddDevice(int32 classId, const char* text);
 
 	LibTimer fTimer;
 	BRect fIconRect;
 	bool fExpanded;
 	LibString fDescription;
+	LibString fProgram;
 	int32 fNbrCpus;
 	int32 fCpuCountdown;
 	bigtime_t fOverhead;
+	int32 fCalibrationRuns;
 	LinkList<RelatedDevices> fDevices;
 	BBitmap* fIcon;
 	bool fIsCurrent;

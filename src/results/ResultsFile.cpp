@@ -7,10 +7,16 @@
 #include <string>
 #include <vector>
 
+#include <Node.h>
+#include <TypeConstants.h>
+
 #include "results/ResultList.h"
 #include "results/Results.h"
 
 static const char* kVersion = "1.0";
+// The build that measured the run, beside the file's fixed three lines.
+const char* kResultsProgramAttribute = "quickstep:program";
+static const size_t kMaxProgramLength = 256;
 
 
 ResultsFileStatus
@@ -26,7 +32,15 @@ ResultsFile::Write(const char* path, const Results& results)
 	const int length = static_cast<int>(strlen(record.data()));
 	const bool written = fprintf(file, "%s\n%d\n%s\n", kVersion, length, record.data()) > 0;
 	const bool closed = fclose(file) == 0;
-	return written && closed ? kResultsFileOK : kResultsFileWriteError;
+	if (!written || !closed)
+		return kResultsFileWriteError;
+	// Where no attribute can be kept, the run only loses the name of its build.
+	const size_t program = strlen(results.Program());
+	if (program > 0 && program < kMaxProgramLength) {
+		BNode node(path);
+		node.WriteAttr(kResultsProgramAttribute, B_STRING_TYPE, 0, results.Program(), program + 1);
+	}
+	return kResultsFileOK;
 }
 
 
@@ -83,8 +97,7 @@ ReadRecords(FILE* file, ResultList& records)
 		if (record.find('\t') == std::string::npos)
 			return kResultsFileMalformed;
 
-		Results* results = new Results(false);
-		results->Read(record.c_str());
+		Results* results = Results::FromRecord(record.c_str());
 		const bool hasMetrics = results->Size() > 0;
 		if (!hasMetrics || !records.Insert(results)) {
 			delete results;
@@ -110,6 +123,18 @@ ResultsFile::Read(const char* path, ResultList& list)
 	fclose(file);
 	if (status != kResultsFileOK && list.Size() > before)
 		list.Remove(before, list.Size() - 1);
+	if (status != kResultsFileOK)
+		return status;
+
+	char program[kMaxProgramLength] = "";
+	BNode node(path);
+	const ssize_t length =
+	    node.ReadAttr(kResultsProgramAttribute, B_STRING_TYPE, 0, program, sizeof(program) - 1);
+	if (length > 0) {
+		program[length] = '\0';
+		for (int32 i = before; i < list.Size(); i++)
+			list.Get(i)->SetProgram(program);
+	}
 	return status;
 }
 

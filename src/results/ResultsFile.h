@@ -7,6 +7,9 @@
 class ResultList;
 class Results;
 
+// The attribute of a results file that names the build that measured it.
+extern const char* kResultsProgramAttribute;
+
 enum ResultsFileStatus {
 	kResultsFileOK = 0,
 	kResultsFileCannotOpen,     // the file cannot be opened (errno tells why)

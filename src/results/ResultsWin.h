@@ -12,6 +12,8 @@ class BFilePanel;
 class BListView;
 class BMessage;
 class BScrollView;
+class CompareWin;
+class GetSysDeviceWin;
 class Results;
 
 const uint32 kMsgResultsCancel = 500;
@@ -33,21 +35,41 @@ public:
 	// Copies results (under the window lock) and lists its metrics. flag
 	// allows the comparison window to save its store.
 	void Update(Results& results, bool flag);
+	// Opens the comparison window (once) with this run at its head, or
+	// hands the run to the one open.
+	void CompareResults();
+
+	// "Save...": a run of fewer tests than all asks first; the unknown-devices
+	// window comes before the save panel when the machine has such devices.
+	void SaveResults();
+	// Proposes "Quickstep.results".
+	void ShowSavePanel();
+	// The save panel's answer: writes the results file, packs it for mailing
+	// and offers to mail it.
+	void SaveResultFile(BMessage* message);
+	// Mails the saved archive with the user's description of the machine.
+	void EmailResults(const char* config);
+	// The unknown-devices window is done: the save panel follows.
+	void GetSysDeviceQuit();
 
 	void MessageReceived(BMessage* message) override;
 	bool QuitRequested() override;
 
 	BListView* List() const { return fList; }
+	BFilePanel* SavePanel() const { return fSavePanel; }
+	GetSysDeviceWin* DevicesWindow() const { return fDevicesWin; }
+	const BPath& SavePath() const { return fSavePath; }
 	const Results* Record() const { return fRecord; }
 	bool CompareFlag() const { return fCompareFlag; }
+	CompareWin* CompareWindow() const { return fCompareWin; }
 
 private:
 	BListView* fList;
 	BScrollView* fScroll;
 	BFilePanel* fSavePanel;
 	Results* fRecord;
-	BWindow* fCompareWin;
-	BWindow* fDevicesWin;
+	CompareWin* fCompareWin;
+	GetSysDeviceWin* fDevicesWin;
 	BPath fSavePath;
 	bool fCompareFlag;
 };

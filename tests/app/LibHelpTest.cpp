@@ -69,13 +69,43 @@ protected:
 
 TEST_F(LibHelpTest, ManualOpensAsAFileLinkInTheBrowser)
 {
-	std::filesystem::create_directories(fTemp.Path("doc/Quickstep"));
-	std::ofstream(fTemp.Path("doc/Quickstep/QuickstepSUM")) << "<html></html>";
+	std::filesystem::create_directories(fTemp.Path("doc/quickstep"));
+	std::ofstream(fTemp.Path("doc/quickstep/QuickstepSUM.html")) << "<html></html>";
 
-	EXPECT_EQ(LibHelp::DocumentPath("Quickstep").String(),
-	          fTemp.Path("doc/Quickstep/QuickstepSUM"));
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_OK);
-	EXPECT_EQ(Opened(), "file://" + fTemp.Path("doc/Quickstep/QuickstepSUM") + "\n");
+	EXPECT_EQ(Opened(), "file://" + fTemp.Path("doc/quickstep/QuickstepSUM.html") + "\n");
+}
+
+TEST_F(LibHelpTest, ManualIsLookedUpByFolderThenExtension)
+{
+	// Files present under doc/, and the one the lookup must choose.
+	const struct {
+		std::vector<std::string> present;
+		std::string chosen;
+	} cases[] = {
+	    {{"quickstep/QuickstepSUM.html"}, "quickstep/QuickstepSUM.html"},
+	    {{"Quickstep/QuickstepSUM"}, "Quickstep/QuickstepSUM"},
+	    {{"Quickstep/QuickstepSUM", "Quickstep/QuickstepSUM.html"}, "Quickstep/QuickstepSUM.html"},
+	    {{"Quickstep/QuickstepSUM", "quickstep/QuickstepSUM.html"}, "Quickstep/QuickstepSUM"},
+	    {{"quickstep/QuickstepSUM", "quickstep/QuickstepSUM.html"}, "quickstep/QuickstepSUM.html"},
+	    // A folder of that name is no manual.
+	    {{"quickstep/QuickstepSUM.html/"}, "quickstep/QuickstepSUM.html"},
+	    {{}, "quickstep/QuickstepSUM.html"},
+	};
+	for (const auto& c : cases) {
+		std::filesystem::remove_all(fTemp.Path("doc"));
+		for (const std::string& file : c.present) {
+			std::filesystem::path path = fTemp.Path("doc/" + file);
+			if (file.back() == '/') {
+				std::filesystem::create_directories(path);
+			} else {
+				std::filesystem::create_directories(path.parent_path());
+				std::ofstream(path) << "<html></html>";
+			}
+		}
+		SCOPED_TRACE(c.chosen);
+		EXPECT_EQ(LibHelp::DocumentPath("Quickstep").String(), fTemp.Path("doc/" + c.chosen));
+	}
 }
 
 TEST_F(LibHelpTest, NoBrowserLauncherIsReported)
@@ -89,7 +119,7 @@ TEST_F(LibHelpTest, MissingManualIsToldToTheUserAndNothingOpens)
 	QS_REQUIRE_DISPLAY();
 	apptest::SharedApp();
 	std::string expected = "Unable to find help file for Quickstep in '" +
-	                       fTemp.Path("doc/Quickstep/QuickstepSUM") + "'";
+	                       fTemp.Path("doc/quickstep/QuickstepSUM.html") + "'";
 	apptest::AlertAnswerer answerer({0});
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ENTRY_NOT_FOUND);
 	ASSERT_EQ(answerer.Texts().size(), 1u);

@@ -1,4 +1,4 @@
-#include "app/QstepAlert.h"
+#include "results/QstepAlert.h"
 
 #include <atomic>
 #include <gtest/gtest.h>

@@ -4,10 +4,12 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -283,6 +285,17 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
 	EXPECT_TRUE(TempEntries().empty());
 
+	// The configurations the record reports are the passes the worker ran.
+	const size_t at = outcome.out.find("\"configurations\": ");
+	ASSERT_NE(at, std::string::npos) << outcome.out;
+	const int configurations = std::atoi(outcome.out.c_str() + at + 18);
+	int passes = 0;
+	for (size_t line = outcome.err.find("Testing Ackerman"); line != std::string::npos;
+	     line = outcome.err.find("Testing Ackerman", line + 1))
+		passes++;
+	EXPECT_GE(configurations, 1);
+	EXPECT_EQ(passes, configurations) << outcome.err;
+
 	// The results file: version, length, and the record with every metric.
 	const std::string file = ReadAll(saved);
 	EXPECT_EQ(file.rfind("1.0\n", 0), 0u) << file;
@@ -322,6 +335,190 @@ TEST_F(RunCommandTest, InterruptionCleansUpAndExits130)
 		EXPECT_EQ(outcome.exitStatus, 130) << outcome.err;
 		EXPECT_NE(outcome.err.find("interrupted"), std::string::npos);
 		EXPECT_TRUE(TempEntries().empty()) << TempEntries().size() << " files left";
+	}
+}
+
+// Packing and mailing from the command line: the same archive as the
+// window's, and the message a fake sendmail along PATH receives.
+class PackCommandTest : public RunCommandTest
+{
+protected:
+	void SetUp() override
+	{
+		RunCommandTest::SetUp();
+		const char* path = getenv("PATH");
+		fOldPath = path != nullptr ? path : "";
+		mkdir((fTemp + "/bin").c_str(), 0755);
+	}
+
+	void TearDown() override
+	{
+		setenv("PATH", fOldPath.c_str(), 1);
+		RunCommandTest::TearDown();
+	}
+
+	static std::string Output(const std::string& command)
+	{
+		std::string text;
+		FILE* pipe = popen(command.c_str(), "r");
+		if (pipe == nullptr)
+			return text;
+		char buffer[256];
+		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
+			text += buffer;
+		pclose(pipe);
+		return text;
+	}
+
+	std::string fOldPath;
+};
+
+
+TEST_F(PackCommandTest, PackedRunIsTheWindowsArchive)
+{
+	// The fixed names are the real /tmp ones here: never disturb a user's.
+	if (access("/tmp/results", F_OK) == 0 || access("/tmp/Quickstep.tar", F_OK) == 0)
+		GTEST_SKIP() << "/tmp/results or /tmp/Quickstep.tar exists";
+	if (std::system("command -v zip unzip > /dev/null") != 0)
+		GTEST_SKIP() << "zip and unzip are needed";
+
+	Outcome refused = Run({"run", "ackerman", "--pack"});
+	EXPECT_EQ(refused.exitStatus, 2) << "--pack needs --save";
+
+	const std::string saved = fTemp + "/run.results";
+	Outcome outcome = Run({"run", "ackerman", "--save", saved, "--pack"});
+	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
+	EXPECT_NE(outcome.err.find("quickstep-cli mail " + saved + ".zip"), std::string::npos)
+	    << outcome.err;
+	EXPECT_NE(access(saved.c_str(), F_OK), 0);
+	EXPECT_NE(access("/tmp/results", F_OK), 0);
+	EXPECT_NE(access("/tmp/Quickstep.tar", F_OK), 0);
+	const std::string listing = Output("unzip -p '" + saved + ".zip' | tar -tf -");
+	EXPECT_NE(listing.find("results/run.results\n"), std::string::npos) << listing;
+	const std::string file =
+	    Output("unzip -p '" + saved + ".zip' | tar -xOf - results/run.results");
+	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
+}
+
+
+TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
+{
+	const std::string packed = fTemp + "/run.results.zip";
+	FILE* file = fopen(packed.c_str(), "w");
+	ASSERT_NE(file, nullptr);
+	fputs("PK archive", file);
+	fclose(file);
+
+	Outcome missing = Run({"mail", fTemp + "/none.zip"});
+	EXPECT_EQ(missing.exitStatus, 1);
+	EXPECT_NE(missing.err.find("none.zip: No such file"), std::string::npos) << missing.err;
+	Outcome tooLong = Run({"mail", packed, "--config", std::string(201, 'x')});
+	EXPECT_EQ(tooLong.exitStatus, 2);
+
+	const std::string sendmail = fTemp + "/bin/sendmail";
+	file = fopen(sendmail.c_str(), "w");
+	ASSERT_NE(file, nullptr);
+	fprintf(file, "#!/bin/sh\ncat > '%s/message'\n", fTemp.c_str());
+	fclose(file);
+	ASSERT_EQ(chmod(sendmail.c_str(), 0755), 0);
+	setenv("PATH", (fTemp + "/bin:" + fOldPath).c_str(), 1);
+	Outcome sent = Run({"mail", packed, "--config", "Dual PII 400 BX"});
+	setenv("PATH", fOldPath.c_str(), 1);
+	ASSERT_EQ(sent.exitStatus, 0) << sent.err;
+	const std::string message = ReadAll(fTemp + "/message");
+	EXPECT_NE(message.find("\nTo: quickstep-results@"), std::string::npos) << message;
+	EXPECT_NE(message.find("\n\nResults for : Dual PII 400 BX.\n"), std::string::npos);
+	EXPECT_NE(message.find("filename=\"run.results.zip\""), std::string::npos);
+
+	// With neither tool nothing is sent; a machine with a real sendmail in
+	// its system directories would send for real, so it is left out there.
+	if (access("/usr/sbin/sendmail", F_OK) == 0 || access("/usr/lib/sendmail", F_OK) == 0)
+		return;
+	std::remove((fTemp + "/message").c_str());
+	std::remove(sendmail.c_str());
+	setenv("PATH", (fTemp + "/bin").c_str(), 1);
+	Outcome unsent = Run({"mail", packed});
+	setenv("PATH", fOldPath.c_str(), 1);
+	EXPECT_EQ(unsent.exitStatus, 1);
+	EXPECT_NE(unsent.err.find("neither sendmail nor xdg-email"), std::string::npos) << unsent.err;
+	EXPECT_NE(access((fTemp + "/message").c_str(), F_OK), 0);
+}
+
+
+// Repeats: every sample, the spread and the settings in the JSON, the median
+// in the record and the file; without the options, none of it.
+TEST_F(RunCommandTest, RepeatKeepsEverySampleAndRecordsTheMedian)
+{
+	const std::string saved = fTemp + "/run.results";
+	Outcome repeated =
+	    Run({"run", "ackerman", "--json", "--repeat", "3", "--scaling", "--save", saved});
+	ASSERT_EQ(repeated.exitStatus, 0) << repeated.err;
+	const std::string& out = repeated.out;
+	for (const char* field :
+	     {"\"kernel\": \"", "\"repeat\": 3", "\"max_runs\": 3", "\"record\": \"median time\"",
+	      "\"machine\": {", "\"warnings\": [", "\"spread\": [",
+	      "\"cv_percent\": ", "\"median\": ", "\"min\": ", "\"max\": ", "\"scaling\": ["})
+		EXPECT_NE(out.find(field), std::string::npos) << field << " in\n" << out;
+
+	// Each configuration's recorded time is the median of its three samples.
+	const size_t spread = out.find("\"spread\": [");
+	const size_t seconds = out.find("\"seconds\": [", spread);
+	ASSERT_NE(seconds, std::string::npos);
+	std::vector<double> samples;
+	const char* at = out.c_str() + seconds + strlen("\"seconds\": [");
+	for (int i = 0; i < 3; i++) {
+		char* end = nullptr;
+		samples.push_back(strtod(at, &end));
+		at = end + strspn(end, ", \n");
+	}
+	std::sort(samples.begin(), samples.end());
+	const size_t times = out.find("\"times\": [");
+	ASSERT_LT(times, spread);
+	const double recorded = strtod(out.c_str() + times + strlen("\"times\": [") +
+	                                   strspn(out.c_str() + times + strlen("\"times\": ["), " \n"),
+	                               nullptr);
+	EXPECT_FLOAT_EQ(static_cast<float>(recorded), static_cast<float>(samples[1]));
+	// The file keeps its form: one time per configuration.
+	const std::string file = ReadAll(saved);
+	const size_t record = file.find("400:6000/");
+	ASSERT_NE(record, std::string::npos) << file;
+	const std::string metric = file.substr(record, file.find(';', record) - record);
+	const size_t configurations = out.find("\"configurations\": ");
+	ASSERT_NE(configurations, std::string::npos);
+	EXPECT_EQ(std::count(metric.begin(), metric.end(), ',') + 1,
+	          atoi(out.c_str() + configurations + strlen("\"configurations\": ")))
+	    << metric;
+
+	Outcome plain = Run({"run", "ackerman", "--json"});
+	ASSERT_EQ(plain.exitStatus, 0) << plain.err;
+	EXPECT_EQ(plain.out.find("\"spread\""), std::string::npos);
+	EXPECT_EQ(plain.out.find("\"scaling\""), std::string::npos);
+	EXPECT_NE(plain.out.find("\"repeat\": 1"), std::string::npos);
+	EXPECT_NE(plain.out.find("\"record\": \"single time\""), std::string::npos);
+
+	// The table shows the spread beside each value, and the speed-ups.
+	Outcome table = Run({"run", "ackerman", "--repeat", "2", "--scaling"});
+	ASSERT_EQ(table.exitStatus, 0) << table.err;
+	EXPECT_NE(table.out.find(" %\n"), std::string::npos) << table.out;
+	EXPECT_NE(table.out.find("± "), std::string::npos) << table.out;
+	EXPECT_NE(table.out.find("Scaling: speed-up over 1 CPU"), std::string::npos);
+	EXPECT_NE(table.out.find("1.00x"), std::string::npos) << table.out;
+}
+
+
+TEST_F(RunCommandTest, RepeatOptionsAreChecked)
+{
+	const std::vector<std::vector<std::string>> wrong = {
+	    {"run", "memory", "--repeat", "0"},
+	    {"run", "memory", "--repeat", "many"},
+	    {"run", "memory", "--max-cv", "3"},
+	    {"run", "memory", "--repeat", "5", "--max-cv", "3", "--max-runs", "4"},
+	    {"run", "memory", "--repeat", "3", "--max-cv", "-1"},
+	};
+	for (const auto& arguments : wrong) {
+		Outcome outcome = Run(arguments);
+		EXPECT_EQ(outcome.exitStatus, 2) << arguments.back() << ": " << outcome.err;
+		EXPECT_TRUE(outcome.out.empty());
 	}
 }
 

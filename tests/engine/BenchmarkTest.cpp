@@ -335,6 +335,54 @@ TEST_F(BenchmarkTest, GraphicsRunsOnlyThroughTheInstalledTest)
 } // namespace
 
 
+// Repeated: each configuration runs the test as often as asked, every sample
+// is kept, and the record holds one time per configuration, the median.
+TEST_F(BenchmarkTest, RepeatedTestsRecordTheMedianOfTheirSamples)
+{
+	Benchmark benchmark;
+	benchmark.SetTest(Benchmark::kStrings, true);
+	benchmark.SetRepeats(3, 0, 3);
+	Received received;
+	RunWorker(benchmark, received, 2);
+
+	// One status line per test and configuration, as in a plain run.
+	EXPECT_EQ(received.statuses.size(), 2u);
+	Results& results = benchmark.RunResults();
+	ASSERT_EQ(results.Size(), 2);
+	for (Metric* metric = results.First(); metric != nullptr; metric = results.Next()) {
+		SCOPED_TRACE(metric->Description());
+		ASSERT_EQ(metric->Count(), 2);
+		EXPECT_EQ(metric->NbrCycles(), 135);
+		for (int32 position = 0; position < 2; position++) {
+			const auto& samples = benchmark.Samples().Of(metric->Description(), position);
+			ASSERT_EQ(samples.size(), 3u);
+			std::vector<float> seconds;
+			for (const auto& sample : samples)
+				seconds.push_back(sample.seconds);
+			std::sort(seconds.begin(), seconds.end());
+			EXPECT_EQ(metric->TimeAt(position), seconds[1]);
+		}
+	}
+
+	// A spread limit no run can meet ends at the bound, in every
+	// configuration.
+	Benchmark bounded;
+	bounded.SetTest(Benchmark::kAckerman, true);
+	bounded.SetRepeats(2, 1e-9, 4);
+	Received again;
+	RunWorker(bounded, again, 2);
+	for (int32 position = 0; position < 2; position++) {
+		const size_t taken = bounded.Samples().Of("Ackerman", position).size();
+		// Two equal times in a row would settle it early: rare, and allowed.
+		if (taken < 4)
+			EXPECT_LE(bounded.Samples().RateSpread("Ackerman", position).cv, 1e-9);
+		else
+			EXPECT_EQ(taken, 4u);
+	}
+	EXPECT_EQ(bounded.RunResults().Get(0L)->Count(), 2);
+}
+
+
 // The temporary directory is shared: a link planted under a disk test's file
 // name is never written through, for the large file and the small ones alike.
 TEST_F(BenchmarkTest, DiskTestsNeverWriteThroughAPlantedLink)

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
@@ -235,4 +236,114 @@ TEST_F(LibFileTest, SavePanelReplyGivesDirectoryAndTrimmedName)
 	reply.AddString("name", "  run 1.txt \t");
 	ASSERT_TRUE(LibGetFilePath(&reply, out));
 	EXPECT_EQ(std::string(out.Path()), fTemp.Path("run 1.txt"));
+}
+
+// Fixed names in a shared directory: what is cleared, what is refused, and
+// that a refused or followed entry's target never changes.
+TEST_F(LibFileTest, SharedNamesAreClearedOnlyWhenTheUsersOwn)
+{
+	std::string victim = fTemp.Path("victim");
+	ASSERT_EQ(mkdir(victim.c_str(), 0755), 0);
+	MakeFile(victim + "/keep");
+
+	struct Case {
+		const char* what;
+		std::function<void(const std::string&)> make;
+		bool otherUser;
+		status_t expected;
+		bool gone;
+	};
+	const Case cases[] = {
+	    {"nothing", [](const std::string&) {}, false, B_OK, true},
+	    {"stale directory with a link inside",
+	     [&](const std::string& p) {
+		     ASSERT_EQ(mkdir(p.c_str(), 0755), 0);
+		     ASSERT_EQ(symlink(victim.c_str(), (p + "/link").c_str()), 0);
+		     MakeFile(p + "/old");
+	     },
+	     false, B_OK, true},
+	    {"stale file", [&](const std::string& p) { MakeFile(p); }, false, B_OK, true},
+	    {"link to a directory",
+	     [&](const std::string& p) { ASSERT_EQ(symlink(victim.c_str(), p.c_str()), 0); }, false,
+	     B_LINK_LIMIT, false},
+	    {"dangling link",
+	     [&](const std::string& p) { ASSERT_EQ(symlink((victim + "/new").c_str(), p.c_str()), 0); },
+	     false, B_LINK_LIMIT, false},
+	    {"another user's directory",
+	     [&](const std::string& p) {
+		     ASSERT_EQ(mkdir(p.c_str(), 0755), 0);
+		     MakeFile(p + "/theirs");
+	     },
+	     true, B_PERMISSION_DENIED, false},
+	};
+	int n = 0;
+	for (const Case& c : cases) {
+		std::string path = fTemp.Path("results" + std::to_string(n++));
+		c.make(path);
+		if (c.otherUser)
+			platform_set_user_id(static_cast<int64>(getuid()) + 1);
+		EXPECT_EQ(LibClearSharedPath(path.c_str()), c.expected) << c.what;
+		platform_set_user_id(-1);
+		struct stat info;
+		EXPECT_EQ(lstat(path.c_str(), &info) != 0, c.gone) << c.what;
+		if (c.otherUser) {
+			EXPECT_TRUE(LibExists((path + "/theirs").c_str()));
+		}
+	}
+	EXPECT_TRUE(LibExists((victim + "/keep").c_str()));
+	EXPECT_FALSE(LibExists((victim + "/new").c_str()));
+
+	// Where the process may give a file away, a real owner is refused too.
+	if (geteuid() == 0) {
+		std::string theirs = fTemp.Path("theirs");
+		ASSERT_EQ(mkdir(theirs.c_str(), 0755), 0);
+		ASSERT_EQ(chown(theirs.c_str(), 65534, 65534), 0);
+		EXPECT_EQ(LibClearSharedPath(theirs.c_str()), B_PERMISSION_DENIED);
+		EXPECT_TRUE(LibExists(theirs.c_str()));
+	}
+
+	// The user's own that cannot be removed (no rm) is reported, not used.
+	std::string stuck = fTemp.Path("stuck");
+	MakeFile(stuck);
+	std::string empty = fTemp.Path("nobin");
+	ASSERT_EQ(mkdir(empty.c_str(), 0755), 0);
+	platform_set_directory(B_BEOS_BIN_DIRECTORY, empty.c_str());
+	EXPECT_EQ(LibClearSharedPath(stuck.c_str()), B_FILE_EXISTS);
+}
+
+TEST_F(LibFileTest, PrivateEntriesAreTheUsersAloneAndNeverFollowLinks)
+{
+	std::string victim = fTemp.Path("victim");
+	MakeFile(victim);
+
+	std::string dir = fTemp.Path("results");
+	ASSERT_EQ(LibMakePrivateDirectory(dir.c_str()), B_OK);
+	struct stat info;
+	ASSERT_EQ(lstat(dir.c_str(), &info), 0);
+	EXPECT_TRUE(S_ISDIR(info.st_mode));
+	EXPECT_EQ(info.st_mode & 0777, 0700u);
+	// A second call finds the user's own directory: still fine.
+	EXPECT_EQ(LibMakePrivateDirectory(dir.c_str()), B_OK);
+
+	// Someone was quicker with a link or a file.
+	std::string link = fTemp.Path("link");
+	ASSERT_EQ(symlink(victim.c_str(), link.c_str()), 0);
+	EXPECT_EQ(LibMakePrivateDirectory(link.c_str()), B_LINK_LIMIT);
+	EXPECT_EQ(LibMakePrivateDirectory(victim.c_str()), B_NOT_A_DIRECTORY);
+	platform_set_user_id(static_cast<int64>(getuid()) + 1);
+	EXPECT_EQ(LibMakePrivateDirectory(dir.c_str()), B_PERMISSION_DENIED);
+	platform_set_user_id(-1);
+
+	std::string file = fTemp.Path("Quickstep.tar");
+	ASSERT_EQ(LibMakePrivateFile(file.c_str()), B_OK);
+	ASSERT_EQ(lstat(file.c_str(), &info), 0);
+	EXPECT_EQ(info.st_mode & 0777, 0600u);
+	EXPECT_EQ(info.st_size, 0);
+	EXPECT_EQ(LibMakePrivateFile(file.c_str()), B_FILE_EXISTS);
+	EXPECT_EQ(LibMakePrivateFile(link.c_str()), B_FILE_EXISTS);
+
+	std::ifstream kept(victim);
+	std::string text;
+	kept >> text;
+	EXPECT_EQ(text, "data");
 }

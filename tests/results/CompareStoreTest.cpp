@@ -13,6 +13,7 @@
 #include "MachineFixture.h"
 #include "lib/LibNode.h"
 #include "platform/TempDirectory.h"
+#include "results/ResultsFile.h"
 
 namespace {
 
@@ -158,4 +159,39 @@ TEST_F(CompareStoreTest, TableExportRepeatsTheFirstRowAndPadsFewerTimesOnTheLeft
 	          text.str());
 
 	EXPECT_NE(B_OK, CompareStore::ExportTable(rows, fDirectory.Path("no/dir/x").c_str()));
+}
+
+
+// Which build measured each run travels beside the records, which keep their
+// form, through the store and results files; rows of two builds are told.
+TEST_F(CompareStoreTest, BuildsOfTheRowsTravelBesideTheirRecords)
+{
+	CompareStore store(fDirectory.Path("bin/quickstep").c_str());
+	ResultList rows;
+	Add(rows, kOne);
+	Add(rows, kTwo);
+	rows.Get(0L)->SetProgram("1.2.2 (commit aaaa)");
+	LibString one;
+	LibString other;
+	EXPECT_FALSE(CompareStore::MixedPrograms(rows, one, other)) << "an unknown build is no other";
+
+	ASSERT_EQ(B_OK, store.Write(rows));
+	EXPECT_EQ(std::string(kOne) + "\n" + kTwo + "\n", Stored(store));
+	ResultList back;
+	ASSERT_EQ(B_OK, store.Read(back));
+	ASSERT_EQ(2, back.Size());
+	EXPECT_STREQ("1.2.2 (commit aaaa)", back.Get(0L)->Program());
+	EXPECT_STREQ("", back.Get(1)->Program());
+
+	Results run(true);
+	run.Read(kTwo);
+	run.SetProgram("1.2.2 (commit bbbb)");
+	const std::string path = fDirectory.Path("two.results");
+	ASSERT_EQ(kResultsFileOK, ResultsFile::Write(path.c_str(), run));
+	ASSERT_EQ(kResultsFileOK, ResultsFile::Read(path.c_str(), back));
+	ASSERT_EQ(3, back.Size());
+	EXPECT_STREQ("1.2.2 (commit bbbb)", back.Get(2)->Program());
+	EXPECT_TRUE(CompareStore::MixedPrograms(back, one, other));
+	EXPECT_STREQ("1.2.2 (commit aaaa)", one.String());
+	EXPECT_STREQ("1.2.2 (commit bbbb)", other.String());
 }

@@ -1,14 +1,19 @@
 #include "FilePanel.h"
 
+#include <atomic>
+
 #include <FL/Fl.H>
 #include <FL/Fl_Native_File_Chooser.H>
 
 #include "AppDefs.h"
 #include "Application.h"
+#include "InterfaceTest.h"
 #include "Message.h"
 #include "interface/UIThread.h"
 
 namespace {
+
+std::atomic<bool> sChooserDisabled(false);
 
 void
 StartChooser(void* data)
@@ -17,6 +22,13 @@ StartChooser(void* data)
 }
 
 } // namespace
+
+
+void
+platform_set_file_chooser_disabled(bool disabled)
+{
+	sChooserDisabled = disabled;
+}
 
 
 BFilePanel::BFilePanel(file_panel_mode mode, BMessenger* target, const entry_ref* directory,
@@ -54,6 +66,8 @@ BFilePanel::Show()
 	if (fShowing)
 		return;
 	fShowing = true;
+	if (sChooserDisabled)
+		return;
 	platform_interface::RunOnUIThread([this] { Fl::add_timeout(0.0, StartChooser, this); }, false);
 }
 

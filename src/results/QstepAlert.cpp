@@ -1,4 +1,4 @@
-#include "app/QstepAlert.h"
+#include "results/QstepAlert.h"
 
 #include <Box.h>
 #include <Button.h>
@@ -7,30 +7,48 @@
 #include <TextControl.h>
 #include <TextView.h>
 
+#include "lib/LibString.h"
+#include "results/ResultsMail.h"
+
 const float QstepAlert::kExtraHeight = 30;
 
 namespace {
 
-const char* const kNoticeText =
-    "Please send the results file to support@kestrelware.example so that your results can be "
-    "distributed with the next release of Quickstep. You may send the file yourself, or you "
-    "can e-mail it now. Please describe your system's configuration below (for example "
-    "\"Dual PII 400 BX\", \"K6-2 300 Super7\" or \"Celeron 466 laptop\").";
+// The frame around the field: its label and the field.
+const float kBoxHeight = 40;
+
+LibString
+NoticeText()
+{
+	LibString text;
+	text.Format("Please send the results file to %s so that your results can be distributed "
+	            "with the next release of Quickstep. You may send the file yourself, or you "
+	            "can e-mail it now. Please describe your system's configuration below, for "
+	            "example \"Dual PII 400 BX\" or \"Celeron 466 laptop\".",
+	            kSupportAddress);
+	return text;
+}
 
 } // namespace
 
 
 QstepAlert::QstepAlert(BLooper* target)
-    : BAlert("alert", kNoticeText, "Save", "E-mail", nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT),
+    : BAlert("alert", NoticeText(), "Save", "E-mail", nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT),
       fConfig(nullptr), fTarget(target)
 {
 	Lock();
 	BTextView* text = TextView();
 	BView* parent = text->Parent();
 
+	// Room for the field, and for the text where the alert's own layout left
+	// it too little (a wide font, a long address).
+	float overflow = text->TextHeight() + 4 - text->Frame().Height();
+	if (overflow < 0)
+		overflow = 0;
+	text->ResizeBy(0, overflow);
 	// The buttons go to the bottom of the grown alert, wherever the alert's
 	// own layout left them.
-	ResizeBy(0, kExtraHeight);
+	ResizeBy(0, kExtraHeight + overflow);
 	BRect area = parent != nullptr ? parent->Bounds() : Bounds();
 	float buttonsTop = area.bottom;
 	for (int32 i = 0; i < CountButtons(); i++) {
@@ -49,8 +67,14 @@ QstepAlert::QstepAlert(BLooper* target)
 		textFrame = text->Frame();
 	}
 	BRect boxFrame(textFrame.left, textFrame.bottom + 4, textFrame.right, buttonsTop - 8);
-	if (boxFrame.Height() < 40)
-		boxFrame.top = boxFrame.bottom - 40;
+	// The frame never covers the text: the alert grows under it instead.
+	if (boxFrame.Height() < kBoxHeight) {
+		float shortfall = kBoxHeight - boxFrame.Height();
+		ResizeBy(0, shortfall);
+		for (int32 i = 0; i < CountButtons(); i++)
+			ButtonAt(i)->MoveBy(0, shortfall);
+		boxFrame.bottom += shortfall;
+	}
 	BBox* box = new BBox(boxFrame, "config_box");
 	box->SetLabel("Configuration");
 	if (parent != nullptr)
