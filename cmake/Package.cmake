@@ -24,7 +24,7 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Merged with the library dependencies: FLTK draws no text without a font.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-liberation2")
 # Help... opens the manual with xdg-open; saving packs a run with zip.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, zip")
 set(CPACK_STRIP_FILES ON)
