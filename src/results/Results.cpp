@@ -1,6 +1,7 @@
 #include "results/Results.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -22,32 +23,46 @@ Span(const char* from, const char* to)
 }
 
 
-// Whole-text integer and float reads: an empty field or one with anything
-// after the number is not a number.
+// Whole-field reads straight from a record: an empty field or one with
+// anything after the number is not a number. std::from_chars reads the common
+// forms without a copy and many times faster than the C library (a store of a
+// thousand runs holds a hundred thousand times); what it declines (blanks, a
+// '+', hexadecimal, values out of range) goes to strtol/strtof on a copy, so
+// the answers stay theirs.
 static bool
-ParseInt32(const LibString& text, int32& value)
+ParseInt32(const char* from, const char* to, int32& value)
 {
-	if (text.IsEmpty())
+	if (from == to)
 		return false;
-	char* end = nullptr;
-	errno = 0;
-	const long parsed = strtol(text.String(), &end, 10);
-	if (*end != '\0' || errno != 0)
-		return false;
+	long parsed = 0;
+	const std::from_chars_result read = std::from_chars(from, to, parsed);
+	if (read.ec != std::errc() || read.ptr != to) {
+		const std::string text(from, to);
+		char* end = nullptr;
+		errno = 0;
+		parsed = strtol(text.c_str(), &end, 10);
+		if (*end != '\0' || errno != 0)
+			return false;
+	}
 	value = static_cast<int32>(parsed);
 	return true;
 }
 
 
 static bool
-ParseFloat(const LibString& text, float& value)
+ParseFloat(const char* from, const char* to, float& value)
 {
-	if (text.IsEmpty())
+	if (from == to)
 		return false;
-	char* end = nullptr;
-	const float parsed = strtof(text.String(), &end);
-	if (*end != '\0')
-		return false;
+	float parsed = 0;
+	const std::from_chars_result read = std::from_chars(from, to, parsed);
+	if (read.ec != std::errc() || read.ptr != to) {
+		const std::string text(from, to);
+		char* end = nullptr;
+		parsed = strtof(text.c_str(), &end);
+		if (*end != '\0')
+			return false;
+	}
 	value = parsed;
 	return true;
 }
@@ -361,14 +376,13 @@ Results::Read(const char* record)
 	// Metrics: "index:cycles/time,time,...;" after the last tab.
 	const char* at = field;
 	for (const char* colon = strchr(at, ':'); colon != nullptr; colon = strchr(at, ':')) {
-		LibString indexText;
-		indexText = Span(at, colon);
+		const char* indexText = at;
 		at = colon + 1;
 
 		int32 index = 0;
-		if (!ParseInt32(indexText, index)) {
-			fprintf(stderr, "Error extracting metric type for <%s>. <%s>\n", indexText.String(),
-			        fDescription.String());
+		if (!ParseInt32(indexText, colon, index)) {
+			fprintf(stderr, "Error extracting metric type for <%s>. <%s>\n",
+			        Span(indexText, colon).String(), fDescription.String());
 			continue;
 		}
 		Metric* metric = new Metric;
@@ -379,9 +393,7 @@ Results::Read(const char* record)
 		int32 cycles = 1;
 		bool cyclesRead = false;
 		if (slash != nullptr) {
-			LibString cyclesText;
-			cyclesText = Span(at, slash);
-			cyclesRead = ParseInt32(cyclesText, cycles);
+			cyclesRead = ParseInt32(at, slash, cycles);
 			at = slash + 1;
 		}
 		if (!cyclesRead) {
@@ -396,9 +408,7 @@ Results::Read(const char* record)
 			float seconds = 0;
 			bool timeRead = false;
 			if (end != nullptr) {
-				LibString timeText;
-				timeText = Span(at, end);
-				timeRead = ParseFloat(timeText, seconds);
+				timeRead = ParseFloat(at, end, seconds);
 				at = end + 1;
 			}
 			if (timeRead)

@@ -1,5 +1,6 @@
 #include "results/Results.h"
 
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -155,6 +156,26 @@ TEST_F(ResultsTest, ReaderNamesBadFieldsOnStandardErrorAndKeepsTheRest)
 	ASSERT_EQ(2, back.Devices().Size());
 	EXPECT_STREQ("nocolon", back.Devices().Get(0L)->Description());
 	EXPECT_STREQ("", back.Get(0L)->Description());
+}
+
+
+// Numbers keep the C library's reading: a sign, blanks, hexadecimal and a
+// float beyond range are numbers; trailing text is not.
+TEST_F(ResultsTest, ReaderTakesNumbersAsTheCLibraryReadsThem)
+{
+	Results back;
+	EXPECT_EQ("Error extracting time for metric <Whetstone> (600)\n",
+	          ReadCapturingStderr(back, "Box (4-x86@300/66MHz) 64MB RAM\t"
+	                                    "+500: 7/+1.5, 2,0x1p-1,1e39;600:2/1.5x,1,1,1;"));
+	back.First();
+	EXPECT_EQ(500, back.Get(0L)->Index());
+	EXPECT_EQ(7, back.Get(0L)->NbrCycles());
+	EXPECT_FLOAT_EQ(1.5f, back.Get(0L)->TimeAt(0));
+	EXPECT_FLOAT_EQ(2.0f, back.Get(0L)->TimeAt(1));
+	EXPECT_FLOAT_EQ(0.5f, back.Get(0L)->TimeAt(2));
+	EXPECT_TRUE(std::isinf(back.Get(0L)->TimeAt(3)));
+	// The bad time is left out; the three good ones are kept.
+	EXPECT_FLOAT_EQ(1.0f, back.Get(1L)->TimeAt(0));
 }
 
 
