@@ -13,10 +13,30 @@ const char* const kSignature = "application/x-vnd.quickstep-cli";
 } // namespace
 
 
+void
+GraphicsSetCommandLine(int, char**)
+{
+}
+
+
+// This is the program with windows: nothing to hand over to.
+void
+GraphicsHandOver()
+{
+}
+
+
 bool
 GraphicsTestAvailable()
 {
 	return platform_display_available();
+}
+
+
+const char*
+GraphicsUnavailableReason()
+{
+	return "needs an X display (DISPLAY is not set or does not answer)";
 }
 
 

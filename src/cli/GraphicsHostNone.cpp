@@ -2,10 +2,29 @@
 #include "cli/GraphicsHost.h"
 
 
+void
+GraphicsSetCommandLine(int, char**)
+{
+}
+
+
+void
+GraphicsHandOver()
+{
+}
+
+
 bool
 GraphicsTestAvailable()
 {
 	return false;
+}
+
+
+const char*
+GraphicsUnavailableReason()
+{
+	return "needs a build with windows (this one was built without)";
 }
 
 

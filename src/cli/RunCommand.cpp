@@ -412,9 +412,11 @@ RunTests(RunOptions& options)
 		return status;
 	// Before any thread starts: a display answering also readies Xlib for
 	// threads.
+	if (selected[Benchmark::kGraphics])
+		GraphicsHandOver();
 	if (selected[Benchmark::kGraphics] && !GraphicsTestAvailable()) {
-		fprintf(stderr, "quickstep-cli run: the graphics test needs an X display (DISPLAY is "
-		                "not set or does not answer); it is left out\n");
+		fprintf(stderr, "quickstep-cli run: the graphics test %s; it is left out\n",
+		        GraphicsUnavailableReason());
 		selected[Benchmark::kGraphics] = false;
 		if (std::find(selected, selected + Benchmark::kTestCount, true) ==
 		    selected + Benchmark::kTestCount)

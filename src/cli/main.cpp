@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
+#include "cli/GraphicsHost.h"
 #include "lib/LibBuildInfo.h"
 
 static const char* kUsage = "usage: quickstep-cli COMMAND [OPTIONS]  (see quickstep-cli --help)";
@@ -11,6 +12,7 @@ static const char* kUsage = "usage: quickstep-cli COMMAND [OPTIONS]  (see quicks
 int
 main(int argc, char** argv)
 {
+	GraphicsSetCommandLine(argc, argv);
 	CLI::App app{"Quickstep: how fast is this machine, and how does it compare?", "quickstep-cli"};
 	app.require_subcommand(1);
 	app.set_help_all_flag("--help-all", "Print help for every command");

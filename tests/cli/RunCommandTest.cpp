@@ -63,7 +63,7 @@ protected:
 	// test's tree, standard output and error into files.
 	pid_t Start(const std::vector<std::string>& arguments)
 	{
-		std::vector<std::string> all = {QS_BIN_DIR "/quickstep-cli"};
+		std::vector<std::string> all = {fProgram};
 		all.insert(all.end(), arguments.begin(), arguments.end());
 		std::vector<char*> argv;
 		for (std::string& argument : all)
@@ -107,6 +107,8 @@ protected:
 	}
 
 	Outcome Run(const std::vector<std::string>& arguments) { return Finish(Start(arguments)); }
+
+	std::string fProgram = QS_BIN_DIR "/quickstep-cli";
 
 	std::vector<std::string> TempEntries() const
 	{
@@ -206,6 +208,45 @@ TEST_F(RunCommandTest, RefusesUnknownTestsAndLeavesGraphicsOutWithoutADisplay)
 	EXPECT_NE(mixed.err.find("graphics test needs an X display"), std::string::npos);
 	EXPECT_NE(mixed.out.find("\"index\": 400"), std::string::npos) << mixed.out;
 	EXPECT_EQ(mixed.out.find("Graphics"), std::string::npos);
+}
+
+
+// quickstep-cli loads no window library: a run with the graphics test hands
+// itself over to the program with windows, and where that is missing says so
+// and runs the rest.
+TEST_F(RunCommandTest, GraphicsRunWithoutTheProgramWithWindowsSaysSoAndRunsTheRest)
+{
+	const std::string companion = QS_BIN_DIR "/../libexec/quickstep/quickstep-cli-graphics";
+	if (access(companion.c_str(), X_OK) != 0)
+		GTEST_SKIP() << "a build without windows";
+	FILE* libraries = popen("ldd " QS_BIN_DIR "/quickstep-cli", "r");
+	ASSERT_NE(libraries, nullptr);
+	std::string list;
+	char line[512];
+	while (fgets(line, sizeof line, libraries) != nullptr)
+		list += line;
+	pclose(libraries);
+	EXPECT_NE(list.find("libX11"), std::string::npos) << list;
+	EXPECT_EQ(list.find("libfltk"), std::string::npos) << list;
+	EXPECT_EQ(list.find("libXft"), std::string::npos) << list;
+
+	const std::string lone = fTemp + "/lone";
+	const std::string copy = "mkdir '" + lone + "' && cp " QS_BIN_DIR "/quickstep-cli '" + lone + "'";
+	ASSERT_EQ(std::system(copy.c_str()), 0);
+	fProgram = lone + "/quickstep-cli";
+	fDisplay = ":97";
+	Outcome outcome = Run({"run", "graphics,ackerman", "--json"});
+	EXPECT_EQ(outcome.exitStatus, 0) << outcome.err;
+	EXPECT_NE(outcome.err.find("cannot start " + lone +
+	                           "/../libexec/quickstep/quickstep-cli-graphics: No such file"),
+	          std::string::npos)
+	    << outcome.err;
+	EXPECT_NE(outcome.err.find("graphics test needs quickstep-cli-graphics, which could not be "
+	                           "started; it is left out"),
+	          std::string::npos)
+	    << outcome.err;
+	EXPECT_NE(outcome.out.find("\"index\": 400"), std::string::npos) << outcome.out;
+	EXPECT_EQ(outcome.out.find("Graphics"), std::string::npos);
 }
 
 

@@ -51,7 +51,8 @@ run() {
 		LSAN_OPTIONS="${LSAN_OPTIONS:-}" "${as_user[@]}" "$@")
 }
 
-for file in bin/quickstep bin/quickstep-cli share/quickstep/QStp.help \
+for file in bin/quickstep bin/quickstep-cli libexec/quickstep/quickstep-cli-graphics \
+	share/quickstep/QStp.help \
 	share/doc/quickstep/QuickstepSUM.html share/doc/quickstep/copyright \
 	share/doc/quickstep/changelog.gz share/applications/quickstep.desktop \
 	share/metainfo/com.kestrelware.quickstep.metainfo.xml \
@@ -68,6 +69,15 @@ done
 cli=$prefix/bin/quickstep-cli
 expect_contains "$(run "$cli" --version)" "quickstep-cli 1.2.2" "quickstep-cli --version"
 expect_contains "$(run "$prefix/bin/quickstep" --version)" "quickstep 1.2.2" "quickstep --version"
+
+# A run with the graphics test is handed over to the program with windows,
+# found from the installed quickstep-cli; with no server at the display named,
+# that one says so.
+if graphics=$(run env DISPLAY=:97 "$cli" run graphics 2>&1); then
+	fail "run graphics without a server exited with 0"
+fi
+expect_contains "$graphics" "graphics test needs an X display" "graphics handed over"
+[[ "$graphics" != *"cannot start"* ]] || fail "the program with windows not found: $graphics"
 
 help=$(run "$cli" help) || fail "quickstep-cli help exited with $?"
 expect_contains "$help" "($prefix/share/quickstep/QStp.help)" "help found in the prefix"
