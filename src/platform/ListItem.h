@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "Point.h"
 #include "Rect.h"
 #include "SupportDefs.h"
 
@@ -27,6 +28,10 @@ public:
 	// Sets the height from font (ascent + descent + leading, rounded up, plus
 	// 2) and the width from owner's width.
 	virtual void Update(BView* owner, const BFont* font);
+	// The tool tip for the point where (owner's coordinates) of the row drawn
+	// in frame, or empty for none: rows that cut a text short give it whole
+	// here. Not a BeOS call; the list asks as the pointer moves.
+	virtual std::string ToolTipAt(BView* owner, BRect frame, BPoint where) const;
 
 	float Height() const { return fHeight; }
 	float Width() const { return fWidth; }

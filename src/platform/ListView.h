@@ -8,6 +8,7 @@
 #define LIST_VIEW_H
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "Invoker.h"
@@ -68,6 +69,8 @@ public:
 
 	void Draw(BRect updateRect) override;
 	void MouseDown(BPoint where) override;
+	// Shows the tool tip of the row part under the pointer.
+	void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
 	void KeyDown(const char* bytes, int32 numBytes) override;
 	void AttachedToWindow() override;
 	void FrameResized(float newWidth, float newHeight) override;
@@ -88,6 +91,8 @@ private:
 	std::unique_ptr<BMessage> fSelectionMessage;
 	int32 fLastClickIndex;
 	bigtime_t fLastClickTime;
+	// The row tool tip on show; its text must outlive the showing.
+	std::string fRowTip;
 };
 
 #endif // LIST_VIEW_H

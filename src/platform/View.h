@@ -247,6 +247,10 @@ protected:
 	Fl_Widget* NativeWidget() const { return fNative; }
 	// Called after the view's frame or window position changed.
 	virtual void LayoutNative();
+	// A tool tip for a part of the view (the view's coordinates), shown
+	// while the pointer is over it; text must stay valid until the next
+	// call. Null or empty hides it.
+	void ShowAreaToolTip(BRect area, const char* text);
 
 private:
 	friend class BWindow;

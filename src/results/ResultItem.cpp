@@ -1,8 +1,40 @@
 #include "results/ResultItem.h"
 
+#include <algorithm>
 #include <cstdio>
 
+#include <Font.h>
 #include <View.h>
+
+namespace {
+
+const float kFirstColumn = 290;
+
+float
+ColumnLeft(BRect frame, int32 i)
+{
+	return frame.left + kFirstColumn + ResultItem::kColumnWidth * i;
+}
+
+
+// The value as the row can show it from left: whole when it fits its column
+// (two pixels kept free before the next) and the row, or when only its
+// padding does not; otherwise cut, ending in an ellipsis.
+std::string
+FittedValue(const BView* owner, const std::string& text, float left, float right)
+{
+	BFont font;
+	owner->GetFont(&font);
+	const float room = std::min(left + ResultItem::kColumnWidth - 2, right) - left;
+	if (font.StringWidth(text.c_str()) <= room)
+		return text;
+	const std::string value = text.substr(0, text.find_last_not_of(' ') + 1);
+	if (font.StringWidth(value.c_str()) <= room)
+		return text;
+	return font.Truncated(value.c_str(), room);
+}
+
+} // namespace
 
 
 ResultItem::ResultItem(const char* name) : BListItem(0, true), fName(name), fQuantity(0)
@@ -58,14 +90,46 @@ ResultItem::DrawItem(BView* owner, BRect frame, bool)
 	const float baseline = frame.bottom - 3;
 	owner->DrawString(fName, BPoint(frame.left + 5, baseline));
 	owner->DrawString(fUnits, BPoint(frame.left + 190, baseline));
-	char text[64];
-	// Quantity counts the rates stored; it never exceeds the array.
-	int32 count = fQuantity < kMaxRates ? fQuantity : kMaxRates;
-	for (int32 i = 0; i < count; i++) {
-		snprintf(text, sizeof(text), "%-8.1f", fRates[i]);
-		owner->DrawString(text, BPoint(frame.left + 290 + 55 * i, baseline));
+	for (int32 i = 0; i < ShownRates(); i++) {
+		const float left = ColumnLeft(frame, i);
+		const std::string text = RateText(i);
+		owner->DrawString(FittedValue(owner, text, left, frame.right).c_str(),
+		                  BPoint(left, baseline));
 	}
 
 	if (IsSelected())
 		owner->InvertRect(frame);
+}
+
+
+std::string
+ResultItem::ToolTipAt(BView* owner, BRect frame, BPoint where) const
+{
+	for (int32 i = 0; i < ShownRates(); i++) {
+		const float left = ColumnLeft(frame, i);
+		if (where.x < left || where.x >= left + kColumnWidth)
+			continue;
+		const std::string text = RateText(i);
+		if (FittedValue(owner, text, left, frame.right) == text)
+			return std::string();
+		return text.substr(0, text.find_last_not_of(' ') + 1);
+	}
+	return std::string();
+}
+
+
+// Quantity counts the rates stored; it never exceeds the array.
+int32
+ResultItem::ShownRates() const
+{
+	return fQuantity < kMaxRates ? fQuantity : kMaxRates;
+}
+
+
+std::string
+ResultItem::RateText(int32 i) const
+{
+	char text[64];
+	snprintf(text, sizeof(text), "%-8.1f", fRates[i]);
+	return text;
 }

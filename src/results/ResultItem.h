@@ -5,12 +5,15 @@
 
 #include <ListItem.h>
 
+#include <string>
+
 #include "lib/LibString.h"
 
 class ResultItem : public BListItem
 {
 public:
 	static constexpr int32 kMaxRates = 8;
+	static constexpr float kColumnWidth = 55;
 
 	explicit ResultItem(const char* name);
 	~ResultItem() override;
@@ -31,10 +34,16 @@ public:
 
 	// White row, black text: name at 5, units at 190, values ("%-8.1f") from
 	// 290 every 55 pixels, all 3 pixels above the bottom; inverted when
-	// selected.
+	// selected. A value wider than its column (two pixels kept before the
+	// next) or than the row ends in an ellipsis.
 	void DrawItem(BView* owner, BRect frame, bool complete = false) override;
+	// The whole value under where, when the row shows it cut short.
+	std::string ToolTipAt(BView* owner, BRect frame, BPoint where) const override;
 
 private:
+	int32 ShownRates() const;
+	std::string RateText(int32 i) const;
+
 	LibString fBranch;
 	LibString fName;
 	LibString fUnits;

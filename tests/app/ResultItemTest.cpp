@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <DrawingRecorder.h>
+#include <Font.h>
 #include <View.h>
 
 namespace {
@@ -108,4 +109,35 @@ TEST_F(ResultItemTest, QuantitySetsHowManyValuesAreDrawn)
 	std::vector<drawing_call> strings = Strings();
 	ASSERT_EQ(strings.size(), 3u);
 	EXPECT_EQ(strings[2].text, "1.5     ");
+}
+
+// The last column has only what the row leaves of it: a value too wide there
+// ends in an ellipsis, and the row's tool tip gives it whole.
+TEST_F(ResultItemTest, ValueCutShortEndsInAnEllipsisAndIsWholeInTheTip)
+{
+	ResultItem item("Disk Output");
+	item.Units("MB/s");
+	item.Rate(0, 12.5f);
+	item.Rate(1, 123456784.0f);  // a float exactly
+	const BRect frame(0, 0, 290 + 55 + 40, 13);
+	item.DrawItem(&fView, frame, true);
+
+	std::vector<drawing_call> strings = Strings();
+	ASSERT_EQ(strings.size(), 4u);
+	EXPECT_EQ(strings[2].text, "12.5    ");
+	const std::string cut = strings[3].text;
+	const std::string kEllipsis = "\xe2\x80\xa6";
+	ASSERT_GT(cut.size(), kEllipsis.size());
+	EXPECT_EQ(cut.substr(cut.size() - kEllipsis.size()), kEllipsis) << cut;
+	EXPECT_EQ(std::string("123456784.0").compare(0, cut.size() - kEllipsis.size(), cut, 0,
+	                                             cut.size() - kEllipsis.size()),
+	          0)
+	    << cut;
+	BFont font;
+	fView.GetFont(&font);
+	EXPECT_LE(font.StringWidth(cut.c_str()), 40);
+
+	EXPECT_EQ(item.ToolTipAt(&fView, frame, BPoint(350, 5)), "123456784.0");
+	EXPECT_EQ(item.ToolTipAt(&fView, frame, BPoint(300, 5)), "");
+	EXPECT_EQ(item.ToolTipAt(&fView, frame, BPoint(100, 5)), "");
 }

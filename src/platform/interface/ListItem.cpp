@@ -18,6 +18,13 @@ BListItem::~BListItem()
 }
 
 
+std::string
+BListItem::ToolTipAt(BView*, BRect, BPoint) const
+{
+	return std::string();
+}
+
+
 void
 BListItem::Update(BView* owner, const BFont* font)
 {

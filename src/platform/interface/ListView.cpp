@@ -408,6 +408,20 @@ BListView::MouseDown(BPoint where)
 
 
 void
+BListView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
+{
+	BView::MouseMoved(where, transit, dragMessage);
+	const int32 index = transit == B_EXITED_VIEW ? -1 : IndexOf(where);
+	const BRect frame = index >= 0 ? ItemFrame(index) : BRect();
+	const std::string tip = index >= 0 ? fItems[index]->ToolTipAt(this, frame, where) : "";
+	if (tip == fRowTip)
+		return;
+	fRowTip = tip;
+	ShowAreaToolTip(frame, fRowTip.c_str());
+}
+
+
+void
 BListView::KeyDown(const char* bytes, int32 numBytes)
 {
 	if (numBytes <= 0 || bytes == nullptr)

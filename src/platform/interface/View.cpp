@@ -1,6 +1,7 @@
 #include "View.h"
 
 #include <FL/Fl.H>
+#include <FL/Fl_Tooltip.H>
 #include <FL/filename.H>
 #include <FL/fl_draw.H>
 #include <FL/x.H>
@@ -1007,6 +1008,25 @@ BView::SetToolTip(const char* text)
 		return;
 	platform_interface::UIGuard guard;
 	fWidget->copy_tooltip(text != nullptr && text[0] != '\0' ? text : nullptr);
+}
+
+
+// FLTK places the tip below the area, at the pointer; the area is given in
+// window coordinates.
+void
+BView::ShowAreaToolTip(BRect area, const char* text)
+{
+	platform_interface::UIGuard guard;
+	if (text == nullptr || text[0] == '\0') {
+		if (Fl_Tooltip::current() == fWidget)
+			Fl_Tooltip::enter_area(fWidget, 0, 0, 0, 0, nullptr);
+		return;
+	}
+	const BRect bounds = Bounds();
+	Fl_Tooltip::enter_area(fWidget, fWidget->x() + static_cast<int>(area.left - bounds.left),
+	                       fWidget->y() + static_cast<int>(area.top - bounds.top),
+	                       static_cast<int>(area.Width()) + 1, static_cast<int>(area.Height()) + 1,
+	                       text);
 }
 
 
