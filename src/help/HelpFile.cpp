@@ -1,7 +1,9 @@
 #include "help/HelpFile.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <File.h>
@@ -114,14 +116,37 @@ HelpFile::Store(const char* executable, const char* helpFile)
 	FILE* in = fopen(helpFile, "r");
 	if (in == nullptr)
 		return B_ENTRY_NOT_FOUND;
+	// A directory opens too, and a device never ends: only a regular file of
+	// a help file's size is taken.
+	struct stat info;
+	status_t status = B_OK;
+	if (fstat(fileno(in), &info) != 0)
+		status = StatusFromErrno(errno);
+	else if (S_ISDIR(info.st_mode))
+		status = B_IS_A_DIRECTORY;
+	else if (!S_ISREG(info.st_mode))
+		status = B_BAD_VALUE;
+	else if (info.st_size > kMaxStoredBytes)
+		status = B_BUFFER_OVERFLOW;
 	LibString text;
 	char buffer[4096];
 	size_t length;
-	while ((length = fread(buffer, 1, sizeof(buffer) - 1, in)) > 0) {
+	size_t total = 0;
+	while (status == B_OK && (length = fread(buffer, 1, sizeof(buffer) - 1, in)) > 0) {
+		// The file may grow while it is read.
+		total += length;
+		if (total > kMaxStoredBytes) {
+			status = B_BUFFER_OVERFLOW;
+			break;
+		}
 		buffer[length] = '\0';
 		text += buffer;
 	}
+	if (status == B_OK && ferror(in))
+		status = B_IO_ERROR;
 	fclose(in);
+	if (status != B_OK)
+		return status;
 
 	BFile file(executable, B_READ_ONLY);
 	BResources resources(&file);

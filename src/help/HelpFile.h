@@ -40,8 +40,11 @@ public:
 	// printed on standard error as the help window prints them.
 	static status_t Locate(const char* helpName, const char* executable, BPath& out, bool report);
 
-	// Adds a help file to the executable's stored entries.
+	// Adds a help file to the executable's stored entries: a regular file of
+	// at most kMaxStoredBytes (B_IS_A_DIRECTORY, B_BAD_VALUE for another
+	// kind of file, B_BUFFER_OVERFLOW for a larger one).
 	static status_t Store(const char* executable, const char* helpFile);
+	static constexpr int64 kMaxStoredBytes = 4 * 1024 * 1024;
 
 	// Reads the rows of the CONTENTS element, in tree order.
 	static status_t ReadContents(const char* path, LinkList<HelpRow>& rows);

@@ -9,6 +9,7 @@
 #include <Message.h>
 #include <Window.h>
 
+#include "help/HelpFile.h"
 #include "lib/LibAboutWindow.h"
 #include "lib/LibWindow.h"
 #include "sysinfo/AboutSysWindow.h"
@@ -45,7 +46,12 @@ LibApp::ArgvReceived(int32 argc, char** argv)
 		status_t status = fHelp.AddHelpFile(argv[2]);
 		// A missing file has been named already; any other failure gets its
 		// reason, and scripts see the outcome in the exit status.
-		if (status != B_OK && status != B_ENTRY_NOT_FOUND)
+		if (status == B_BAD_VALUE)
+			fprintf(stderr, "%s: not a regular file\n", argv[2]);
+		else if (status == B_BUFFER_OVERFLOW)
+			fprintf(stderr, "%s: larger than a help file may be (%lld bytes at most)\n", argv[2],
+			        static_cast<long long>(HelpFile::kMaxStoredBytes));
+		else if (status != B_OK && status != B_ENTRY_NOT_FOUND)
 			fprintf(stderr, "%s: %s\n", argv[2], strerror_status(status));
 		// Adding a help file is all this start was for: no window opens.
 		exit(status == B_OK ? 0 : 1);

@@ -314,6 +314,28 @@ TEST(QuickstepProgramTest, HelpOptionStoresTheFileAndEndsWithoutAWindow)
 	outcome = RunProgram(program, "-help " + help, "env -u DISPLAY " + env);
 	EXPECT_EQ(outcome.status, 0) << outcome.err;
 	EXPECT_EQ(outcome.err, help + " added to application\n");
+
+	// What cannot be a help file is not stored, and the stored one stays.
+	const std::string folder = temp.Path("folder.help");
+	std::filesystem::create_directory(folder);
+	const std::string big = temp.Path("big.help");
+	std::filesystem::copy_file(help, big);
+	std::filesystem::resize_file(big, HelpFile::kMaxStoredBytes + 1);
+	const std::pair<std::string, std::string> refused[] = {
+	    {folder, folder + ": Is a directory\n"},
+	    {"/dev/zero", "/dev/zero: not a regular file\n"},
+	    {big, big + ": larger than a help file may be (4194304 bytes at most)\n"},
+	};
+	for (const auto& [path, message] : refused) {
+		outcome = RunProgram(program, "-help " + path, "env -u DISPLAY " + env);
+		EXPECT_EQ(outcome.status, 1) << path;
+		EXPECT_EQ(outcome.err, path + " failed to add to application\n" + message);
+	}
+	BFile again(program.c_str(), B_READ_ONLY);
+	BResources kept(&again);
+	data = kept.LoadResource(HelpFile::kResourceType, HelpFile::kResourceId, &length);
+	ASSERT_NE(data, nullptr);
+	EXPECT_EQ(length, 54u);
 }
 
 TEST(QuickstepProgramTest, UsageAndVersionAnswerWithoutAWindow)
