@@ -270,11 +270,14 @@ public:
 			execlp("openbox", "openbox", "--sm-disable", static_cast<char*>(nullptr));
 			_exit(127);
 		}
-		// Ready once it has claimed the screen.
+		// Ready once it has claimed the screen: the root names its check
+		// window, and that window exists (one that ended before leaves the
+		// name of a window that is gone).
 		RunUntil(
 		    [] {
-			    return system(
-			               "xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window") ==
+			    return system("id=$(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | "
+			                  "sed -n 's/.*window id # //p'); [ -n \"$id\" ] && "
+			                  "xprop -id \"$id\" _NET_WM_NAME 2>/dev/null | grep -q Openbox") ==
 			           0;
 		    },
 		    10);
