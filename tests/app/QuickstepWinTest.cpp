@@ -667,6 +667,16 @@ TEST_F(QuickstepWinTest, ScreenshotsUnderAWindowManager)
 	ASSERT_TRUE(RunUntil([&] { return !results->IsHidden(); }));
 	EXPECT_FALSE(apptest::FramesOverlap(results, fWin));
 	apptest::Screenshot("openbox-results-every-test");
+	// The pointer resting on a value cut short shows it whole in a tip.
+	results->Lock();
+	BListView* list = results->List();
+	const BRect row = list->ItemFrame(0);
+	const BPoint cell = list->ConvertToScreen(BPoint(row.left + 290 + 55 + 20, row.top + 5));
+	results->Unlock();
+	ASSERT_TRUE(apptest::RunCommand("xdotool mousemove " + std::to_string(int(cell.x)) + " " +
+	                                std::to_string(int(cell.y)) + " sleep 0.2 mousemove_relative 1 0"));
+	apptest::RunFor(1.5);
+	apptest::Screenshot("openbox-results-value-tip");
 	results->PostMessage(kMsgResultsCancel);
 	RunUntil([&] { return results->IsHidden(); });
 

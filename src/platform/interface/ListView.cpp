@@ -414,10 +414,12 @@ BListView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
 	const int32 index = transit == B_EXITED_VIEW ? -1 : IndexOf(where);
 	const BRect frame = index >= 0 ? ItemFrame(index) : BRect();
 	const std::string tip = index >= 0 ? fItems[index]->ToolTipAt(this, frame, where) : "";
-	if (tip == fRowTip)
-		return;
+	const bool changed = tip != fRowTip;
 	fRowTip = tip;
-	ShowAreaToolTip(frame, fRowTip.c_str());
+	// Shown again on every move: FLTK drops an area's tip when the pointer
+	// enters the view, after this view has been told of the move.
+	if (changed || !fRowTip.empty())
+		ShowAreaToolTip(frame, fRowTip.c_str());
 }
 
 

@@ -131,13 +131,15 @@ ViewWidget::handle(int event)
 				return handled;
 			fView->MouseMoved(where, B_INSIDE_VIEW, nullptr);
 			return 1;
+		// A group always takes the pointer's moves: they are this view's
+		// when no child is under the pointer, which the group then says by
+		// making itself the widget below the mouse.
 		case FL_MOVE:
-			if (handled)
-				return handled;
-			fView->MouseMoved(where, B_INSIDE_VIEW, nullptr);
+			if (Fl::belowmouse() == this)
+				fView->MouseMoved(where, B_INSIDE_VIEW, nullptr);
 			return 1;
 		case FL_ENTER:
-			if (!handled)
+			if (Fl::belowmouse() == this)
 				fView->MouseMoved(where, B_ENTERED_VIEW, nullptr);
 			return 1;
 		case FL_LEAVE:
