@@ -94,3 +94,77 @@ TEST(ViewTest, WorkerHoldingTheLockDrawsOntoTheWindow)
 	window->Lock();
 	window->Quit();
 }
+
+
+namespace {
+
+// Counts the pointer's moves over it, with the last transit.
+class HoverView : public BView
+{
+public:
+	HoverView(BRect frame, const char* name)
+	    : BView(frame, name, B_FOLLOW_NONE, B_WILL_DRAW), fMoves(0), fTransit(0)
+	{
+	}
+
+	void MouseMoved(BPoint where, uint32 transit, const BMessage*) override
+	{
+		fWhere = where;
+		fTransit = transit;
+		fMoves++;
+	}
+
+	std::atomic<int> fMoves;
+	std::atomic<uint32> fTransit;
+	BPoint fWhere;
+};
+
+} // namespace
+
+
+// A view hears the pointer moving over it; over a child, the child hears it
+// and the parent does not.
+TEST(ViewTest, PointerMovesGoToTheViewUnderThePointer)
+{
+	REQUIRE_XDOTOOL();
+	BWindow* window = new BWindow(BRect(60, 60, 359, 259), "Hover", B_TITLED_WINDOW_LOOK,
+	                              B_NORMAL_WINDOW_FEEL, B_NOT_RESIZABLE);
+	HoverView* parent = new HoverView(BRect(0, 0, 299, 199), "parent");
+	HoverView* child = new HoverView(BRect(150, 20, 249, 119), "child");
+	parent->AddChild(child);
+	window->AddChild(parent);
+	window->Show();
+	platform_ui_run_for(300000);
+
+	window->Lock();
+	const BPoint overParent = parent->ConvertToScreen(BPoint(40, 150));
+	const BPoint overChild = child->ConvertToScreen(BPoint(30, 40));
+	window->Unlock();
+	// From outside the window, one step at a time.
+	ASSERT_TRUE(MovePointerTo(BPoint(5, 5)));
+	platform_ui_run_for(100000);
+	parent->fMoves = 0;
+	child->fMoves = 0;
+	ASSERT_TRUE(MovePointerTo(overParent));
+	platform_ui_run_for(100000);
+	ASSERT_TRUE(MovePointerTo(BPoint(overParent.x + 3, overParent.y + 2)));
+	platform_ui_run_until([&] { return parent->fWhere.x == 43; }, 3000000);
+	EXPECT_GE(parent->fMoves, 2);
+	EXPECT_EQ(parent->fTransit, B_INSIDE_VIEW);
+	EXPECT_FLOAT_EQ(parent->fWhere.x, 43);
+	EXPECT_FLOAT_EQ(parent->fWhere.y, 152);
+	EXPECT_EQ(child->fMoves, 0);
+
+	const int parentMoves = parent->fMoves;
+	ASSERT_TRUE(MovePointerTo(overChild));
+	platform_ui_run_for(100000);
+	ASSERT_TRUE(MovePointerTo(BPoint(overChild.x + 2, overChild.y + 2)));
+	platform_ui_run_until([&] { return child->fWhere.x == 32; }, 3000000);
+	EXPECT_GE(child->fMoves, 2);
+	EXPECT_FLOAT_EQ(child->fWhere.x, 32);
+	EXPECT_FLOAT_EQ(child->fWhere.y, 42);
+	EXPECT_EQ(parent->fMoves, parentMoves);
+
+	window->Lock();
+	window->Quit();
+}
