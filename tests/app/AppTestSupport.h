@@ -31,6 +31,7 @@
 #include <View.h>
 #include <Window.h>
 
+#include "CommandOutput.h"
 #include "app/QuickstepApp.h"
 #include "app/QuickstepWin.h"
 #include "results/ResultsWin.h"
@@ -304,16 +305,8 @@ private:
 inline std::string
 WindowIdNow(const char* title)
 {
-	std::string command =
-	    std::string("xdotool search --name '^") + title + "$' 2>/dev/null | tail -1";
-	std::string id;
-	FILE* pipe = popen(command.c_str(), "r");
-	if (pipe == nullptr)
-		return id;
-	char buffer[64] = "";
-	if (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-		id = buffer;
-	pclose(pipe);
+	std::string id = CommandOutput(std::string("xdotool search --name '^") + title +
+	                               "$' 2>/dev/null | tail -1");
 	while (!id.empty() && (id.back() == '\n' || id.back() == ' '))
 		id.pop_back();
 	return id;

@@ -250,15 +250,8 @@ Outcome
 RunProgram(const std::string& program, const std::string& arguments, const std::string& env)
 {
 	Outcome outcome;
-	std::string command = env + " " + program + " " + arguments + " 2>&1 >/dev/null";
-	FILE* pipe = popen(command.c_str(), "r");
-	if (pipe == nullptr)
-		return outcome;
-	char buffer[512];
-	while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-		outcome.err += buffer;
-	int status = pclose(pipe);
-	outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+	outcome.err = CommandOutput(env + " " + program + " " + arguments + " 2>&1 >/dev/null",
+	                            &outcome.status);
 	return outcome;
 }
 
@@ -342,15 +335,10 @@ TEST(QuickstepProgramTest, UsageAndVersionAnswerWithoutAWindow)
 {
 	std::string program = std::string(QS_BIN_DIR) + "/quickstep";
 	for (const char* option : {"--help", "-h", "--version"}) {
-		std::string command = "env -u DISPLAY " + program + " " + option + " 2>&1";
-		FILE* pipe = popen(command.c_str(), "r");
-		ASSERT_NE(pipe, nullptr);
-		std::string out;
-		char buffer[512];
-		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-			out += buffer;
-		int status = pclose(pipe);
-		EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << option << ": " << out;
+		int status = -1;
+		const std::string out =
+		    CommandOutput("env -u DISPLAY " + program + " " + option + " 2>&1", &status);
+		EXPECT_EQ(status, 0) << option << ": " << out;
 		const char* expected = strcmp(option, "--version") == 0 ? "1.2.2" : "usage: quickstep";
 		EXPECT_NE(out.find(expected), std::string::npos) << option << ": " << out;
 	}

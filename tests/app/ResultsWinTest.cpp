@@ -15,6 +15,7 @@
 #include <StringView.h>
 #include <TextControl.h>
 
+#include "CommandOutput.h"
 #include "app/AppTestSupport.h"
 #include "lib/ActionView.h"
 #include "results/CompareWin.h"
@@ -281,19 +282,6 @@ protected:
 		window->PostMessage(&reply);
 	}
 
-	static std::string Output(const std::string& command)
-	{
-		std::string text;
-		FILE* pipe = popen(command.c_str(), "r");
-		if (pipe == nullptr)
-			return text;
-		char buffer[256];
-		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-			text += buffer;
-		pclose(pipe);
-		return text;
-	}
-
 	static bool HavePackers()
 	{
 		return access("/bin/tar", X_OK) == 0 && system("command -v zip unzip > /dev/null") == 0;
@@ -378,14 +366,14 @@ TEST_F(ResultsWinSaveTest, UnknownDevicesAreNamedThenTheRunIsPackedAndOfferedFor
 	EXPECT_FALSE(LibExists(fTmp.Path("results").c_str()));
 	EXPECT_FALSE(LibExists(fTmp.Path("Quickstep.tar").c_str()));
 	EXPECT_FALSE(LibExists(fHome.Path("Quickstep.results").c_str()));
-	EXPECT_EQ(Output("unzip -l '" + zip + "' | grep -c ' Quickstep.results$'"), "1\n");
-	EXPECT_EQ(Output("unzip -p '" + zip + "' | tar -tf - | LC_ALL=C sort"),
+	EXPECT_EQ(CommandOutput("unzip -l '" + zip + "' | grep -c ' Quickstep.results$'"), "1\n");
+	EXPECT_EQ(CommandOutput("unzip -p '" + zip + "' | tar -tf - | LC_ALL=C sort"),
 	          "results/\nresults/Quickstep.results\nresults/unknown_devices\n");
-	EXPECT_NE(Output("unzip -p '" + zip + "' | tar -xOf - results/unknown_devices")
+	EXPECT_NE(CommandOutput("unzip -p '" + zip + "' | tar -xOf - results/unknown_devices")
 	              .find("Vendor <Unknown,Matrox>"),
 	          std::string::npos);
 	// The run inside is the one shown.
-	std::string saved = Output("unzip -p '" + zip + "' | tar -xOf - results/Quickstep.results");
+	std::string saved = CommandOutput("unzip -p '" + zip + "' | tar -xOf - results/Quickstep.results");
 	EXPECT_EQ(saved.compare(0, 4, "1.0\n"), 0);
 	EXPECT_NE(saved.find("1050:"), std::string::npos);
 }
@@ -406,7 +394,7 @@ TEST_F(ResultsWinSaveTest, WithoutZipTheTarKeepsTheChosenNameAndTheUserIsTold)
 	          "from the BeWare web site, and re-run your test.");
 	std::string tar = fHome.Path("run 1.results");
 	EXPECT_EQ(std::string(window->SavePath().Path()), tar);
-	EXPECT_EQ(Output("tar -tf '" + tar + "'"), "results/\nresults/run 1.results\n");
+	EXPECT_EQ(CommandOutput("tar -tf '" + tar + "'"), "results/\nresults/run 1.results\n");
 	EXPECT_FALSE(LibExists(fTmp.Path("results").c_str()));
 }
 
@@ -423,7 +411,7 @@ TEST_F(ResultsWinSaveTest, ALinkAtTheFixedFolderIsNeverFollowed)
 	// One alert, the warning: no notice follows.
 	EXPECT_EQ(answerer.Texts().size(), 1u);
 	EXPECT_NE(answerer.Texts()[0].find("is a symbolic link"), std::string::npos);
-	EXPECT_EQ(Output("ls -A '" + victim + "'"), "");
+	EXPECT_EQ(CommandOutput("ls -A '" + victim + "'"), "");
 	// The results file is kept as written.
 	std::ifstream kept(fHome.Path("Quickstep.results"));
 	std::string version;
@@ -464,7 +452,7 @@ TEST_F(ResultsWinSaveTest, MailCarriesTheArchiveOrSaysWhyItCannot)
 	window->PostMessage(&mail);
 	ASSERT_TRUE(RunUntil([&] { return LibExists(message.c_str()); }));
 	apptest::RunFor(0.2);
-	std::string text = Output("cat '" + message + "'");
+	std::string text = CommandOutput("cat '" + message + "'");
 	EXPECT_NE(text.find("\nTo: quickstep-results@"), std::string::npos);
 	EXPECT_NE(text.find("\nSubject: Quickstep results\n"), std::string::npos);
 	EXPECT_NE(text.find("\n\nResults for : Dual PII 400 BX.\n"), std::string::npos);

@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+#include "CommandOutput.h"
+
 extern char** environ;
 
 namespace {
@@ -219,13 +221,7 @@ TEST_F(RunCommandTest, GraphicsRunWithoutTheProgramWithWindowsSaysSoAndRunsTheRe
 	const std::string companion = QS_BIN_DIR "/../libexec/quickstep/quickstep-cli-graphics";
 	if (access(companion.c_str(), X_OK) != 0)
 		GTEST_SKIP() << "a build without windows";
-	FILE* libraries = popen("ldd " QS_BIN_DIR "/quickstep-cli", "r");
-	ASSERT_NE(libraries, nullptr);
-	std::string list;
-	char line[512];
-	while (fgets(line, sizeof line, libraries) != nullptr)
-		list += line;
-	pclose(libraries);
+	const std::string list = CommandOutput("ldd " QS_BIN_DIR "/quickstep-cli");
 	EXPECT_NE(list.find("libX11"), std::string::npos) << list;
 	EXPECT_EQ(list.find("libfltk"), std::string::npos) << list;
 	EXPECT_EQ(list.find("libXft"), std::string::npos) << list;
@@ -398,19 +394,6 @@ protected:
 		RunCommandTest::TearDown();
 	}
 
-	static std::string Output(const std::string& command)
-	{
-		std::string text;
-		FILE* pipe = popen(command.c_str(), "r");
-		if (pipe == nullptr)
-			return text;
-		char buffer[256];
-		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-			text += buffer;
-		pclose(pipe);
-		return text;
-	}
-
 	std::string fOldPath;
 };
 
@@ -434,10 +417,10 @@ TEST_F(PackCommandTest, PackedRunIsTheWindowsArchive)
 	EXPECT_NE(access(saved.c_str(), F_OK), 0);
 	EXPECT_NE(access("/tmp/results", F_OK), 0);
 	EXPECT_NE(access("/tmp/Quickstep.tar", F_OK), 0);
-	const std::string listing = Output("unzip -p '" + saved + ".zip' | tar -tf -");
+	const std::string listing = CommandOutput("unzip -p '" + saved + ".zip' | tar -tf -");
 	EXPECT_NE(listing.find("results/run.results\n"), std::string::npos) << listing;
 	const std::string file =
-	    Output("unzip -p '" + saved + ".zip' | tar -xOf - results/run.results");
+	    CommandOutput("unzip -p '" + saved + ".zip' | tar -xOf - results/run.results");
 	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
 }
 

@@ -11,6 +11,7 @@
 
 #include <PlatformTest.h>
 
+#include "CommandOutput.h"
 #include "lib/LibFile.h"
 #include "platform/TempDirectory.h"
 
@@ -53,19 +54,6 @@ protected:
 		return packer.Pack(path.c_str(), saved, problem);
 	}
 
-	static std::string Output(const std::string& command)
-	{
-		std::string text;
-		FILE* pipe = popen(command.c_str(), "r");
-		if (pipe == nullptr)
-			return text;
-		char buffer[256];
-		while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-			text += buffer;
-		pclose(pipe);
-		return text;
-	}
-
 	std::string VictimText()
 	{
 		std::stringstream text;
@@ -98,10 +86,10 @@ TEST_F(ResultsPackerTest, ZipHoldsTheTarOfResultsAndReportAndNothingIsLeftBehind
 		std::string quoted = "'" + zip + "'";
 		if (name.find('\'') != std::string::npos)
 			continue;
-		EXPECT_NE(Output("unzip -Z1 " + quoted).find(name), std::string::npos);
-		EXPECT_EQ(Output("unzip -p " + quoted + " | tar -tf - | LC_ALL=C sort"),
+		EXPECT_NE(CommandOutput("unzip -Z1 " + quoted).find(name), std::string::npos);
+		EXPECT_EQ(CommandOutput("unzip -p " + quoted + " | tar -tf - | LC_ALL=C sort"),
 		          "results/\nresults/" + name + "\nresults/unknown_devices\n");
-		EXPECT_EQ(Output("unzip -p " + quoted + " | tar -xOf - results/" + name),
+		EXPECT_EQ(CommandOutput("unzip -p " + quoted + " | tar -xOf - results/" + name),
 		          "1.0\n5\nrun 1\n");
 	}
 }
@@ -159,7 +147,7 @@ TEST_F(ResultsPackerTest, StaleEntriesOfTheUsersOwnAreReplaced)
 	BPath saved;
 	LibString problem;
 	ASSERT_EQ(SaveAndPack("Quickstep.results", saved, problem), kPackZipped) << problem.String();
-	EXPECT_EQ(Output("unzip -p '" + std::string(saved.Path()) + "' | tar -tf - | LC_ALL=C sort"),
+	EXPECT_EQ(CommandOutput("unzip -p '" + std::string(saved.Path()) + "' | tar -tf - | LC_ALL=C sort"),
 	          "results/\nresults/Quickstep.results\nresults/unknown_devices\n");
 	EXPECT_EQ(VictimText(), "precious");
 }

@@ -1,4 +1,5 @@
 // Drawing on screen from a thread other than the interface thread.
+#include "CommandOutput.h"
 #include "InterfaceSupport.h"
 
 #include <atomic>
@@ -19,14 +20,7 @@ ScreenPixel(BPoint where)
 	snprintf(command, sizeof(command),
 	         "import -window root -depth 8 -crop 1x1+%d+%d txt:- 2>/dev/null",
 	         static_cast<int>(where.x), static_cast<int>(where.y));
-	FILE* pipe = popen(command, "r");
-	if (pipe == nullptr)
-		return "";
-	std::string output;
-	char buffer[256];
-	while (fgets(buffer, sizeof(buffer), pipe) != nullptr)
-		output += buffer;
-	pclose(pipe);
+	const std::string output = CommandOutput(command);
 	size_t hash = output.find('#', output.find("0,0:"));
 	return hash == std::string::npos ? "" : output.substr(hash, 7);
 }
