@@ -118,6 +118,17 @@ protected:
 		return window;
 	}
 
+	// Opened as "Compare..." opens it after a run of this machine, and shown.
+	CompareWin* OpenWithRun(bool allowSave)
+	{
+		CompareWin* window = Open(allowSave);
+		Results run(false);
+		MakeRun(run);
+		window->SetResults(run);
+		window->Show();
+		return window;
+	}
+
 	// This machine's run: Savage and Memory on 2 CPUs.
 	static void MakeRun(Results& run)
 	{
@@ -250,11 +261,7 @@ TEST_F(CompareWinTest, CompareOpensWithTheRunFirstAndTheStoreUnderIt)
 TEST_F(CompareWinTest, ChoosingATestOrPercentRedrawsTheRows)
 {
 	Store({MachineRecord("Alpha", 1, 0.5), MachineRecord("Beta", 2, 1.5)});
-	CompareWin* window = Open(false);
-	Results run(false);
-	MakeRun(run);
-	window->SetResults(run);
-	window->Show();
+	CompareWin* window = OpenWithRun(false);
 	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	EXPECT_TRUE(Has(DrawnTexts(window), "( KIPS )"));
 
@@ -306,11 +313,7 @@ TEST_F(CompareWinTest, DroppedResultsFilesJoinTheStoreAndOthersAreIgnored)
 		png << std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16) << std::string(64, '\0');
 	}
 
-	CompareWin* window = Open(false);
-	Results run(false);
-	MakeRun(run);
-	window->SetResults(run);
-	window->Show();
+	CompareWin* window = OpenWithRun(false);
 	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	ASSERT_EQ(Descriptions(window).size(), 2u);
 
@@ -380,11 +383,7 @@ TEST_F(CompareWinTest, KeySWritesTheTableAndSaveShowsWhenWidened)
 	ASSERT_NE(getcwd(previous, sizeof(previous)), nullptr);
 	ASSERT_EQ(chdir(fDirectory.Path().c_str()), 0);
 
-	CompareWin* window = Open(true);
-	Results run(false);
-	MakeRun(run);
-	window->SetResults(run);
-	window->Show();
+	CompareWin* window = OpenWithRun(true);
 	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	window->Lock();
 	BButton* save = dynamic_cast<BButton*>(window->FindView("save"));
@@ -422,11 +421,7 @@ TEST_F(CompareWinTest, KeySWritesTheTableAndSaveShowsWhenWidened)
 
 TEST_F(CompareWinTest, ClickingABarOpensTheChooserAndItsColourIsUsed)
 {
-	CompareWin* window = Open(false);
-	Results run(false);
-	MakeRun(run);
-	window->SetResults(run);
-	window->Show();
+	CompareWin* window = OpenWithRun(false);
 	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 
 	// The run's row: the 2-CPU bar (25000 of 26000) is the longer, so its
