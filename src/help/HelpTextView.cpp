@@ -89,11 +89,7 @@ HelpTextView::ShowTag(xmlTag& page, const char* title)
 {
 	fPage.Read(page);
 	fPage.SetTitle(title);
-	fLaidOutWidth = -1;
-	Relayout();
-	ScrollTo(BPoint(0, 0));
-	FixupScrollBar();
-	Invalidate();
+	ShowFromTop();
 }
 
 
@@ -101,6 +97,14 @@ void
 HelpTextView::Clear()
 {
 	fPage.Clear();
+	ShowFromTop();
+}
+
+
+// A new page: laid out afresh and shown from its top.
+void
+HelpTextView::ShowFromTop()
+{
 	fLaidOutWidth = -1;
 	Relayout();
 	ScrollTo(BPoint(0, 0));

@@ -40,6 +40,7 @@ public:
 	void FrameResized(float newWidth, float newHeight) override;
 
 private:
+	void ShowFromTop();
 	void Relayout();
 	void FixupScrollBar();
 
