@@ -49,39 +49,51 @@ def main():
                         help="runs per kernel (default 5)")
     parser.add_argument("--binary", default=os.path.join(here, "..", "build", "bin",
                                                          "quickstep-cli"))
+    parser.add_argument("--baseline", help="a second quickstep-cli (say, the build before a "
+                        "change), run alternately with the first in the same rounds")
     parser.add_argument("kernels", nargs="*", default=KERNELS,
                         help="kernels to run (default: all processor kernels)")
     options = parser.parse_args()
 
+    binaries = [("", options.binary)]
+    if options.baseline:
+        binaries = [("baseline ", options.baseline), ("", options.binary)]
     print(f"{'metric':<28} {'units':<14} {'config':>6} {'median':>14} {'cv %':>7}")
     harness = []
     for kernel in options.kernels:
         rates = {}
         units = {}
-        worker_over = []
-        process_over = []
+        worker_over = {}
+        process_over = {}
+        # Alternate the binaries within each round, so that a machine whose
+        # speed drifts weighs on both alike.
         for _ in range(options.repetitions):
-            record, process_seconds = run_once(options.binary, kernel)
-            cpus = record["configurations"]
-            for metric in record["metrics"]:
-                units[metric["name"]] = metric["units"]
-                for position, rate in enumerate(metric["rates"]):
-                    rates.setdefault((metric["name"], cpus - position), []).append(rate)
-            worker, process = overheads(record, process_seconds)
-            worker_over.append(worker)
-            process_over.append(process)
-        for (name, config), values in rates.items():
-            print(f"{name:<28} {units[name]:<14} {str(config) + ' CPU':>6} "
+            for label, binary in binaries:
+                record, process_seconds = run_once(binary, kernel)
+                cpus = record["configurations"]
+                for metric in record["metrics"]:
+                    units[metric["name"]] = metric["units"]
+                    for position, rate in enumerate(metric["rates"]):
+                        key = (label + metric["name"], cpus - position)
+                        rates.setdefault(key, []).append(rate)
+                worker, process = overheads(record, process_seconds)
+                worker_over.setdefault(label, []).append(worker)
+                process_over.setdefault(label, []).append(process)
+        for (name, config), values in sorted(rates.items(),
+                                             key=lambda item: not item[0][0].startswith("baseline")):
+            print(f"{name:<28} {units[name.replace('baseline ', '')]:<14} "
+                  f"{str(config) + ' CPU':>6} "
                   f"{statistics.median(values):>14.1f} {cv_percent(values):>7.2f}")
-        harness.append((kernel, statistics.median(worker_over), statistics.median(process_over)))
+        for label, _ in binaries:
+            harness.append((label + kernel, statistics.median(worker_over[label]),
+                            statistics.median(process_over[label])))
         sys.stdout.flush()
 
     print()
     print("harness overhead per run (wall time minus timed regions minus pauses), median:")
-    print(f"{'kernel':<12} {'worker s':>10} {'process s':>10}")
+    print(f"{'kernel':<21} {'worker s':>10} {'process s':>10}")
     for kernel, worker, process in harness:
-        print(f"{kernel:<12} {worker:>10.3f} {process:>10.3f}")
-
+        print(f"{kernel:<21} {worker:>10.3f} {process:>10.3f}")
 
 if __name__ == "__main__":
     main()
