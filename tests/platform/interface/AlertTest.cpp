@@ -118,8 +118,7 @@ TEST(AlertTest, GoOnTheInterfaceThreadKeepsOtherWindowsServed)
 	EXPECT_EQ(100, window->ticks.load());
 	EXPECT_EQ(100, window->ticksInsideAlert.load());
 	EXPECT_GE(origin.x, 0);
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }
 
 
@@ -192,10 +191,8 @@ TEST(AlertTest, OtherThreadsMayLockWindowsWhileAHandlerWaitsForAnAlert)
 	EXPECT_TRUE(answered);
 	EXPECT_EQ(1, asking->answer.load());
 	EXPECT_TRUE(lockedDuringAlert.load());
-	asking->Lock();
-	asking->Quit();
-	other->Lock();
-	other->Quit();
+	QuitWindow(asking);
+	QuitWindow(other);
 }
 
 
@@ -265,6 +262,5 @@ TEST(AlertTest, EscapeChoosesTheFirstButtonOverTheWindowInUse)
 		EXPECT_TRUE(answered);
 		EXPECT_EQ(0, answer.load());
 	}
-	owner->Lock();
-	owner->Quit();
+	QuitWindow(owner);
 }

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -15,8 +16,10 @@
 
 #include <Application.h>
 #include <InterfaceTest.h>
+#include <Looper.h>
 #include <Message.h>
 #include <Point.h>
+#include <Window.h>
 
 class TestApplication : public BApplication
 {
@@ -64,6 +67,58 @@ private:
 	std::atomic<int32> fReadyCount{0};
 };
 
+// Copies of the messages a window or handler received, safe to read from the
+// test's thread.
+class MessageLog
+{
+public:
+	void Add(const BMessage* message)
+	{
+		std::lock_guard<std::mutex> guard(fMutex);
+		fMessages.push_back(*message);
+	}
+
+	std::vector<BMessage> Messages()
+	{
+		std::lock_guard<std::mutex> guard(fMutex);
+		return fMessages;
+	}
+
+	size_t Count()
+	{
+		std::lock_guard<std::mutex> guard(fMutex);
+		return fMessages.size();
+	}
+
+private:
+	std::mutex fMutex;
+	std::vector<BMessage> fMessages;
+};
+
+// Logs the messages with the given what-codes; the window handles the rest.
+class RecordingWindow : public BWindow
+{
+public:
+	RecordingWindow(BRect frame, const char* title, std::vector<uint32> whats)
+	    : BWindow(frame, title, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0),
+	      fWhats(std::move(whats))
+	{
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (std::find(fWhats.begin(), fWhats.end(), message->what) == fWhats.end())
+			BWindow::MessageReceived(message);
+		else
+			record.Add(message);
+	}
+
+	MessageLog record;
+
+private:
+	std::vector<uint32> fWhats;
+};
+
 inline bool
 HaveDisplay()
 {
@@ -103,6 +158,14 @@ MovePointerTo(BPoint where)
 	snprintf(arguments, sizeof(arguments), "mousemove --sync %d %d", static_cast<int>(where.x),
 	         static_cast<int>(where.y));
 	return Xdotool(arguments);
+}
+
+// Ends a window (or any looper) the way its owner would: Quit wants the lock.
+inline void
+QuitWindow(BLooper* looper)
+{
+	looper->Lock();
+	looper->Quit();
 }
 
 #define REQUIRE_DISPLAY()                                                                          \

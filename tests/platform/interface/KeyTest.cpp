@@ -52,40 +52,14 @@ private:
 	std::vector<KeyPress> fPresses;
 };
 
-
-class KeyWindow : public BWindow
-{
-public:
-	KeyWindow() : BWindow(BRect(300, 300, 499, 399), "Keys", B_TITLED_WINDOW, 0) {}
-
-	void MessageReceived(BMessage* message) override
-	{
-		if (message->what == 'shrt' || message->what == 'dflt') {
-			std::lock_guard<std::mutex> guard(fMutex);
-			fWhats.push_back(message->what);
-			return;
-		}
-		BWindow::MessageReceived(message);
-	}
-
-	std::vector<uint32> Whats()
-	{
-		std::lock_guard<std::mutex> guard(fMutex);
-		return fWhats;
-	}
-
-private:
-	std::mutex fMutex;
-	std::vector<uint32> fWhats;
-};
-
 } // namespace
 
 
 TEST(KeyTest, FocusViewGetsKeyDownsShortcutsAndEnterGoToTheWindow)
 {
 	REQUIRE_XDOTOOL();
-	KeyWindow* window = new KeyWindow;
+	RecordingWindow* window =
+	    new RecordingWindow(BRect(300, 300, 499, 399), "Keys", {'shrt', 'dflt'});
 	KeyView* view = new KeyView(BRect(10, 10, 109, 59));
 	window->AddChild(view);
 	BButton* button = new BButton(BRect(120, 60, 189, 83), "ok", "OK", new BMessage('dflt'));
@@ -102,7 +76,7 @@ TEST(KeyTest, FocusViewGetsKeyDownsShortcutsAndEnterGoToTheWindow)
 
 	ASSERT_TRUE(Xdotool("key q Escape shift+F3 ctrl+x ctrl+shift+x Return"));
 	ASSERT_TRUE(platform_ui_run_until(
-	    [&] { return view->Presses().size() >= 4 && window->Whats().size() >= 2; }, 5000000));
+	    [&] { return view->Presses().size() >= 4 && window->record.Count() >= 2; }, 5000000));
 	platform_ui_run_for(200000);
 
 	std::vector<KeyPress> presses = view->Presses();
@@ -120,7 +94,9 @@ TEST(KeyTest, FocusViewGetsKeyDownsShortcutsAndEnterGoToTheWindow)
 	EXPECT_NE(0, presses[3].modifiers & B_COMMAND_KEY);
 
 	// Ctrl+Shift+X is the shortcut; Return presses the default button.
-	EXPECT_EQ((std::vector<uint32>{'shrt', 'dflt'}), window->Whats());
-	window->Lock();
-	window->Quit();
+	std::vector<BMessage> whats = window->record.Messages();
+	ASSERT_EQ(2u, whats.size());
+	EXPECT_EQ(uint32('shrt'), whats[0].what);
+	EXPECT_EQ(uint32('dflt'), whats[1].what);
+	QuitWindow(window);
 }

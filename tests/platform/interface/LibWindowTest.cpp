@@ -123,12 +123,9 @@ TEST(LibWindowTest, EveryPositionKeepsRealWindowsInsideTheScreen)
 	large->SetPosition(kLibPositionBottomRight);
 	EXPECT_TRUE(Inside(large->Frame(), area));
 
-	small->Lock();
-	small->Quit();
-	reference->Lock();
-	reference->Quit();
-	large->Lock();
-	large->Quit();
+	QuitWindow(small);
+	QuitWindow(reference);
+	QuitWindow(large);
 }
 
 
@@ -231,8 +228,7 @@ TEST(LibWindowTest, ShiftF1OverAViewPostsItsNameAndParentsToTheApplication)
 	platform_ui_run_for(300000);
 	EXPECT_EQ(2u, HelpRequests().size());
 
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }
 
 
@@ -255,8 +251,7 @@ TEST(LibWindowTest, PopShowsAHiddenWindowOnceAndShowsNestAsHides)
 	window->Show();
 	EXPECT_FALSE(window->IsHidden());
 	platform_ui_run_for(100000);
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }
 
 
@@ -288,15 +283,13 @@ TEST(LibWindowTest, OtherWindowsOpenBesideTheMainWindow)
 			EXPECT_FALSE(overlap) << placed.left << "," << placed.top;
 			EXPECT_TRUE(Inside(placed, BRect(0, kLibTitleAllowance, 1279, 1023)));
 		}
-		other->Lock();
-		other->Quit();
+		QuitWindow(other);
 	}
 	// The main window itself goes where it is told.
 	main->SetPosition(kLibPositionTopLeft);
 	EXPECT_EQ(BPoint(kLibScreenMargin, kLibScreenMargin + kLibTitleAllowance),
 	          main->Frame().LeftTop());
-	main->Lock();
-	main->Quit();
+	QuitWindow(main);
 	EXPECT_EQ(LibWindow::MainWindow(), nullptr);
 }
 
@@ -337,9 +330,7 @@ public:
 // one that is not takes its "cancel" button; without one nothing happens.
 TEST(LibWindowTest, EscapeAndWindowManagerCloseTakeTheWindowsWayOut)
 {
-	REQUIRE_DISPLAY();
-	if (!HaveXdotool())
-		GTEST_SKIP() << "xdotool missing";
+	REQUIRE_XDOTOOL();
 	struct Case {
 		uint32 flags;
 		bool cancelButton;
@@ -370,7 +361,6 @@ TEST(LibWindowTest, EscapeAndWindowManagerCloseTakeTheWindowsWayOut)
 		platform_ui_run_for(200000);
 		EXPECT_EQ(window->fQuitRequests, test.quits);
 		EXPECT_EQ(window->fCancels, test.cancels);
-		window->Lock();
-		window->Quit();
+		QuitWindow(window);
 	}
 }

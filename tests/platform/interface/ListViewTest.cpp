@@ -15,33 +15,6 @@ namespace {
 const uint32 kMsgSelected = 'lsel';
 const uint32 kMsgInvoked = 'linv';
 
-class ListWindow : public BWindow
-{
-public:
-	ListWindow() : BWindow(BRect(100, 100, 299, 199), "Lists", B_TITLED_WINDOW, 0) {}
-
-	void MessageReceived(BMessage* message) override
-	{
-		if (message->what != kMsgSelected && message->what != kMsgInvoked) {
-			BWindow::MessageReceived(message);
-			return;
-		}
-		std::lock_guard<std::mutex> guard(fMutex);
-		fReceived.push_back(*message);
-	}
-
-	std::vector<BMessage> Received()
-	{
-		std::lock_guard<std::mutex> guard(fMutex);
-		return fReceived;
-	}
-
-private:
-	std::mutex fMutex;
-	std::vector<BMessage> fReceived;
-};
-
-
 int32
 IndexOf(const BMessage& message)
 {
@@ -56,7 +29,8 @@ IndexOf(const BMessage& message)
 TEST(ListViewTest, ClicksAndKeysSelectAndInvokeRows)
 {
 	REQUIRE_DISPLAY();
-	ListWindow* window = new ListWindow;
+	RecordingWindow* window =
+	    new RecordingWindow(BRect(100, 100, 299, 199), "Lists", {kMsgSelected, kMsgInvoked});
 	BListView* list = new BListView(BRect(10, 10, 150, 69), "list");
 	std::vector<BStringItem*> items;
 	for (int i = 0; i < 12; i++) {
@@ -96,9 +70,10 @@ TEST(ListViewTest, ClicksAndKeysSelectAndInvokeRows)
 	list->KeyDown("\x1f", 1);
 	window->Unlock();
 
-	ASSERT_TRUE(platform_ui_run_until([&] { return window->Received().size() >= 11; }, 5000000));
+	ASSERT_TRUE(
+	    platform_ui_run_until([&] { return window->record.Messages().size() >= 11; }, 5000000));
 	platform_ui_run_for(100000);
-	std::vector<BMessage> received = window->Received();
+	std::vector<BMessage> received = window->record.Messages();
 	ASSERT_EQ(11u, received.size());
 	EXPECT_EQ(kMsgSelected, received[0].what);
 	EXPECT_EQ(2, IndexOf(received[0]));

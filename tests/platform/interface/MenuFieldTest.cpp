@@ -1,36 +1,12 @@
 // Menu fields: radio marking and where chosen items send their messages.
 #include "InterfaceSupport.h"
 
-#include <atomic>
-
 #include <MenuField.h>
 #include <MenuItem.h>
 #include <PopUpMenu.h>
 #include <Window.h>
 
 namespace {
-
-class ChoiceWindow : public BWindow
-{
-public:
-	ChoiceWindow() : BWindow(BRect(100, 100, 399, 199), "CompareWin", B_TITLED_WINDOW, 0) {}
-
-	void MessageReceived(BMessage* message) override
-	{
-		if (message->what == 1000) {
-			const char* name = nullptr;
-			if (message->FindString("name", &name) == B_OK)
-				chosen = name;
-			count++;
-			return;
-		}
-		BWindow::MessageReceived(message);
-	}
-
-	std::string chosen;
-	std::atomic<int32> count{0};
-};
-
 
 BMenuItem*
 Choice(const char* name)
@@ -46,7 +22,7 @@ Choice(const char* name)
 TEST(MenuFieldTest, ChosenItemsAreMarkedAloneAndReportToTheWindow)
 {
 	REQUIRE_DISPLAY();
-	ChoiceWindow* window = new ChoiceWindow;
+	RecordingWindow* window = new RecordingWindow(BRect(100, 100, 399, 199), "CompareWin", {1000});
 	BPopUpMenu* menu = new BPopUpMenu("Test");
 	BMenuItem* overall = Choice("Overall");
 	menu->AddItem(overall);
@@ -65,11 +41,12 @@ TEST(MenuFieldTest, ChosenItemsAreMarkedAloneAndReportToTheWindow)
 	EXPECT_EQ(menu->ItemAt(0), field->MenuItem());
 
 	menu->ItemAt(2)->Invoke();
-	ASSERT_TRUE(platform_ui_run_until([&] { return window->count.load() == 1; }, 5000000));
-	EXPECT_EQ("Disk Input/Output", window->chosen);
+	ASSERT_TRUE(platform_ui_run_until([&] { return window->record.Count() == 1; }, 5000000));
+	const char* chosen = nullptr;
+	EXPECT_EQ(B_OK, window->record.Messages()[0].FindString("name", &chosen));
+	EXPECT_STREQ("Disk Input/Output", chosen);
 	EXPECT_EQ(menu->ItemAt(2), field->MenuItem());
 	EXPECT_FALSE(menu->ItemAt(0)->IsMarked());
 	EXPECT_EQ(window, menu->Window());
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }

@@ -85,8 +85,7 @@ TEST(ViewTest, WorkerHoldingTheLockDrawsOntoTheWindow)
 	EXPECT_EQ("#FF0000", whileLocked);
 	EXPECT_EQ("#FFFFFF", besideIt);
 	EXPECT_STREQ("Flushed Rectangles", window->Title());
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }
 
 
@@ -159,6 +158,5 @@ TEST(ViewTest, PointerMovesGoToTheViewUnderThePointer)
 	EXPECT_FLOAT_EQ(child->fWhere.y, 42);
 	EXPECT_EQ(parent->fMoves, parentMoves);
 
-	window->Lock();
-	window->Quit();
+	QuitWindow(window);
 }
