@@ -22,12 +22,18 @@ MakeFile(const std::string& path, const char* text)
 	fclose(stream);
 }
 
+class EntryTest : public testing::Test
+{
+protected:
+	void SetUp() override { ASSERT_TRUE(temp.Valid()); }
+
+	TempDirectory temp;
+};
+
 } // namespace
 
-TEST(EntryTest, AbstractEntriesNeedAnExistingDirectory)
+TEST_F(EntryTest, AbstractEntriesNeedAnExistingDirectory)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
 	BEntry entry(temp.Path("not-yet").c_str());
 	EXPECT_EQ(entry.InitCheck(), B_OK);
 	EXPECT_FALSE(entry.Exists());
@@ -40,10 +46,8 @@ TEST(EntryTest, AbstractEntriesNeedAnExistingDirectory)
 	EXPECT_EQ(entry.SetTo(temp.Path("plain/leaf").c_str()), B_NOT_A_DIRECTORY);
 }
 
-TEST(EntryTest, NamesRefsAndParents)
+TEST_F(EntryTest, NamesRefsAndParents)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
 	MakeFile(temp.Path("data.txt"), "x");
 	BEntry entry(temp.Path("data.txt").c_str());
 	EXPECT_TRUE(entry.IsFile());
@@ -65,10 +69,8 @@ TEST(EntryTest, NamesRefsAndParents)
 	EXPECT_EQ(std::string(parentPath.Path()), temp.Path());
 }
 
-TEST(EntryTest, RenameRespectsClobberAndFollowsTheFile)
+TEST_F(EntryTest, RenameRespectsClobberAndFollowsTheFile)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
 	MakeFile(temp.Path("a"), "first");
 	MakeFile(temp.Path("b"), "second");
 	BEntry entry(temp.Path("a").c_str());
@@ -90,10 +92,8 @@ TEST(EntryTest, RenameRespectsClobberAndFollowsTheFile)
 	EXPECT_STREQ(text, "first");
 }
 
-TEST(EntryTest, RemoveTakesFilesAndEmptyDirectories)
+TEST_F(EntryTest, RemoveTakesFilesAndEmptyDirectories)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
 	MakeFile(temp.Path("f"), "x");
 	BEntry file(temp.Path("f").c_str());
 	EXPECT_EQ(file.Remove(), B_OK);
@@ -111,10 +111,8 @@ TEST(EntryTest, RemoveTakesFilesAndEmptyDirectories)
 	EXPECT_FALSE(directory.Exists());
 }
 
-TEST(EntryTest, TraverseResolvesALinkAtTheLeaf)
+TEST_F(EntryTest, TraverseResolvesALinkAtTheLeaf)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
 	MakeFile(temp.Path("target"), "x");
 	ASSERT_EQ(symlink("target", temp.Path("link").c_str()), 0);
 	BEntry plain(temp.Path("link").c_str());

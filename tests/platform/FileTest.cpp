@@ -23,17 +23,24 @@ Contents(const std::string& path)
 	return text;
 }
 
+class FileTest : public testing::Test
+{
+protected:
+	void SetUp() override { ASSERT_TRUE(temp.Valid()); }
+
+	TempDirectory temp;
+	const std::string path = temp.Path("f");
+};
+
 } // namespace
 
-TEST(FileTest, OpenModesCreateEraseAndFail)
+TEST_F(FileTest, OpenModesCreateEraseAndFail)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
-	std::string path = temp.Path("f");
 
 	BFile file(path.c_str(), B_READ_ONLY);
 	EXPECT_EQ(file.InitCheck(), B_ENTRY_NOT_FOUND);
 	EXPECT_EQ(file.Read(nullptr, 0), B_FILE_ERROR);
+	EXPECT_EQ(file.Write("x", 1), B_FILE_ERROR);
 
 	ASSERT_EQ(file.SetTo(path.c_str(), B_WRITE_ONLY | B_CREATE_FILE), B_OK);
 	EXPECT_TRUE(file.IsWritable());
@@ -62,11 +69,8 @@ TEST(FileTest, OpenModesCreateEraseAndFail)
 	EXPECT_EQ(file.SetTo(path.c_str(), 3), B_BAD_VALUE);
 }
 
-TEST(FileTest, PositionsSizesAndPartialIo)
+TEST_F(FileTest, PositionsSizesAndPartialIo)
 {
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
-	std::string path = temp.Path("f");
 	BFile file(path.c_str(), B_READ_WRITE | B_CREATE_FILE);
 	ASSERT_EQ(file.InitCheck(), B_OK);
 	ASSERT_EQ(file.Write("0123456789", 10), 10);
@@ -92,21 +96,4 @@ TEST(FileTest, PositionsSizesAndPartialIo)
 	ASSERT_EQ(file.GetSize(&size), B_OK);
 	EXPECT_EQ(size, 3);
 	EXPECT_EQ(file.SetSize(-1), B_BAD_VALUE);
-}
-
-TEST(FileTest, UnopenableFileStillKeepsAttributes)
-{
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
-	temp.UseAsDataHome();
-	std::string path = temp.Path("app");
-	BFile file(path.c_str(), B_READ_WRITE);
-	EXPECT_EQ(file.InitCheck(), B_ENTRY_NOT_FOUND);
-	EXPECT_EQ(file.Write("x", 1), B_FILE_ERROR);
-	ASSERT_EQ(file.WriteAttr("kw:note", 0, 0, "kept", 4), 4);
-	EXPECT_TRUE(file.LastAttrInFallback());
-	char back[4];
-	BFile again(path.c_str(), B_READ_ONLY);
-	ASSERT_EQ(again.ReadAttr("kw:note", 0, 0, back, 4), 4);
-	EXPECT_EQ(memcmp(back, "kept", 4), 0);
 }

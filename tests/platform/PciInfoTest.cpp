@@ -1,4 +1,5 @@
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -21,11 +22,9 @@ protected:
 
 TEST_F(PciInfoTest, FunctionsComeInAddressOrderWithTheirFields)
 {
-	struct {
-		uint8 bus, device, function;
-		uint16 vendor, deviceId;
-		uint8 base, sub, api, revision;
-	} expected[] = {
+	// bus, device, function, vendor, device id, class base, sub and api, revision
+	using Fields = std::tuple<int, int, int, int, int, int, int, int, int>;
+	const Fields expected[] = {
 	    {0, 0, 0, 0x8086, 0x7190, 0x06, 0x00, 0x00, 0x03},
 	    {0, 2, 0, 0x8086, 0x7111, 0x01, 0x01, 0x85, 0x01},
 	    {0, 0x0c, 1, 0x1274, 0x1371, 0x04, 0x01, 0x00, 0x06},
@@ -35,18 +34,13 @@ TEST_F(PciInfoTest, FunctionsComeInAddressOrderWithTheirFields)
 	    {0, 0, 0, 0x10ec, 0x8139, 0x02, 0x00, 0x00, 0x10},
 	};
 	long index = 0;
-	for (const auto& e : expected) {
+	for (const Fields& fields : expected) {
 		pci_info info;
 		ASSERT_EQ(B_OK, get_nth_pci_info(index, &info)) << index;
-		EXPECT_EQ(e.bus, info.bus) << index;
-		EXPECT_EQ(e.device, info.device) << index;
-		EXPECT_EQ(e.function, info.function) << index;
-		EXPECT_EQ(e.vendor, info.vendor_id) << index;
-		EXPECT_EQ(e.deviceId, info.device_id) << index;
-		EXPECT_EQ(e.base, info.class_base) << index;
-		EXPECT_EQ(e.sub, info.class_sub) << index;
-		EXPECT_EQ(e.api, info.class_api) << index;
-		EXPECT_EQ(e.revision, info.revision) << index;
+		EXPECT_EQ(fields,
+		          Fields(info.bus, info.device, info.function, info.vendor_id, info.device_id,
+		                 info.class_base, info.class_sub, info.class_api, info.revision))
+		    << index;
 		index++;
 	}
 	// The entry that is no PCI address is not a function.

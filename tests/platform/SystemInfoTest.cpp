@@ -77,16 +77,13 @@ TEST_F(SystemInfoTest, X86CodesFollowVendorFamilyAndModel)
 	    {"GenuineIntel", 6, 3, B_CPU_INTEL_PENTIUM_II},
 	    {"GenuineIntel", 15, 15, 0x10ff},
 	    // Family or model beyond one nibble: the vendor alone.
-	    {"GenuineIntel", 6, 158, B_CPU_INTEL_X86},
 	    {"GenuineIntel", 6, 16, B_CPU_INTEL_X86},
 	    {"AuthenticAMD", 5, 8, B_CPU_AMD_K6_MODEL8},
 	    {"AuthenticAMD", 0x17, 1, B_CPU_AMD_X86},
-	    {"AuthenticAMD", 25, 17, B_CPU_AMD_X86},
 	    {"CyrixInstead", 6, 0, B_CPU_CYRIX_6x86MX},
 	    {"CyrixInstead", 5, 4, B_CPU_CYRIX_GXm},
 	    // Other x86 makers have no vendor code of their own.
 	    {"CentaurHauls", 6, 9, B_CPU_X86},
-	    {"HygonGenuine", 24, 0, B_CPU_X86},
 	};
 	for (const auto& c : cases) {
 		char lines[256];
@@ -125,33 +122,6 @@ TEST_F(SystemInfoTest, ArmFixtureReportsArmAndTheFastestCore)
 	EXPECT_EQ((3884700 - 100000) / 4, info.used_pages);
 	EXPECT_STREQ("Jul 29 2024", info.kernel_build_date);
 	EXPECT_EQ(0x060600 + 31, info.kernel_version);
-}
-
-TEST_F(SystemInfoTest, KernelBuildIsFoundInEveryCommonVersionString)
-{
-	struct {
-		const char* version;
-		const char* date;
-		const char* time;
-	} cases[] = {
-	    {"#101-Ubuntu SMP PREEMPT_DYNAMIC Tue Nov 14 13:30:08 UTC 2023", "Nov 14 2023", "13:30:08"},
-	    {"#1 SMP PREEMPT_DYNAMIC Thu, 01 Feb 2024 10:30:35 +0000", "Feb 01 2024", "10:30:35"},
-	    {"#1 SMP Fri Jan  5 09:01:02 CET 2024", "Jan 05 2024", "09:01:02"},
-	    // A reproducible build stamps seconds since 1970.
-	    {"#1 SMP PREEMPT_DYNAMIC @0", "Jan 01 1970", "00:00:00"},
-	    {"#1 SMP @1700000000", "Nov 14 2023", "22:13:20"},
-	    // Version numbers and a month-like word without a day are no date.
-	    {"#1 SMP Debian 6.1.76-1 May", "", ""},
-	    {"#2 SMP 2024-13-45", "", ""},
-	    {"", "", ""},
-	};
-	for (const auto& c : cases) {
-		TempTree tree;
-		tree.Write("proc/sys/kernel/version", std::string(c.version) + "\n");
-		system_info info = Read(tree.c_str());
-		EXPECT_STREQ(c.date, info.kernel_build_date) << c.version;
-		EXPECT_STREQ(c.time, info.kernel_build_time) << c.version;
-	}
 }
 
 TEST_F(SystemInfoTest, EmptyOrUnreadableTreeGivesZerosAndEmptyTexts)
@@ -240,11 +210,6 @@ TEST_F(SystemInfoTest, RealMachineAgreesWithTheKernel)
 	EXPECT_STRNE("", info.kernel_name);
 }
 
-} // namespace
-
-
-namespace {
-
 // The build date and time as the kernels of real distributions print them.
 TEST_F(SystemInfoTest, KernelBuildDateOfRealDistributions)
 {
@@ -255,15 +220,18 @@ TEST_F(SystemInfoTest, KernelBuildDateOfRealDistributions)
 	} cases[] = {
 	    {"#1 SMP PREEMPT_DYNAMIC Debian 6.1.123-1 (2025-01-02)", "Jan 02 2025", ""},
 	    {"#57-Ubuntu SMP PREEMPT_DYNAMIC Tue Jan 14 15:18:28 UTC 2025", "Jan 14 2025", "15:18:28"},
-	    {"#1 SMP PREEMPT_DYNAMIC Tue Jan 14 16:13:42 UTC 2025", "Jan 14 2025", "16:13:42"},
 	    {"#1 SMP PREEMPT_DYNAMIC Thu, 01 Feb 2024 10:30:35 +0000", "Feb 01 2024", "10:30:35"},
 	    {"#1 SMP Wed Mar  6 09:01:02 CET 2024", "Mar 06 2024", "09:01:02"},
+	    // A reproducible build stamps seconds since 1970.
 	    {"#1 SMP PREEMPT_DYNAMIC @0", "Jan 01 1970", "00:00:00"},
 	    {"#1 SMP PREEMPT_DYNAMIC @1736000000", "Jan 04 2025", "14:13:20"},
 	    // Beyond four-digit years and beyond the clock: no date.
 	    {"#1 SMP @99999999999999999", "", ""},
 	    {"#1 SMP @99999999999999999999999", "", ""},
-	    {"#1 SMP", "", ""},
+	    // Version numbers and a month-like word without a day are no date.
+	    {"#1 SMP Debian 6.1.76-1 May", "", ""},
+	    {"#2 SMP 2024-13-45", "", ""},
+	    {"", "", ""},
 	};
 	for (const auto& c : cases) {
 		SCOPED_TRACE(c.version);

@@ -3,9 +3,7 @@
 
 #include <atomic>
 #include <cerrno>
-#include <condition_variable>
 #include <cstring>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -15,31 +13,6 @@
 namespace {
 
 const bigtime_t kPatience = 2000000;
-
-// A one-shot event with a time-out, for waiting on other threads.
-class Event
-{
-public:
-	void Set()
-	{
-		std::lock_guard<std::mutex> lock(fLock);
-		fSet = true;
-		fCondition.notify_all();
-	}
-
-	bool Wait(bigtime_t timeout = kPatience)
-	{
-		std::unique_lock<std::mutex> lock(fLock);
-		return fCondition.wait_for(lock, std::chrono::microseconds(timeout),
-		                           [this] { return fSet; });
-	}
-
-private:
-	std::mutex fLock;
-	std::condition_variable fCondition;
-	bool fSet = false;
-};
-
 
 template <typename Predicate>
 bool
@@ -86,17 +59,17 @@ BusyLoop(void* data)
 }
 
 
-// Sets its event when destroyed: shows that a killed thread's stack unwound.
-struct Sentinel {
-	explicit Sentinel(Event* event) : fEvent(event) {}
-	~Sentinel() { fEvent->Set(); }
-	Event* fEvent;
+struct Sleeper {
+	std::atomic<bool> unwound{false};
+	std::atomic<bool> wokeNormally{false};
 };
 
 
-struct Sleeper {
-	Event unwound;
-	std::atomic<bool> wokeNormally{false};
+// Marks its sleeper when destroyed: shows that a killed thread's stack unwound.
+struct Sentinel {
+	explicit Sentinel(Sleeper* sleeper) : fSleeper(sleeper) {}
+	~Sentinel() { fSleeper->unwound = true; }
+	Sleeper* fSleeper;
 };
 
 
@@ -104,7 +77,7 @@ int32
 SleepLong(void* data)
 {
 	Sleeper* sleeper = static_cast<Sleeper*>(data);
-	Sentinel sentinel(&sleeper->unwound);
+	Sentinel sentinel(sleeper);
 	snooze(30000000);
 	sleeper->wokeNormally = true;
 	return 0;
@@ -308,7 +281,7 @@ TEST(ThreadTest, KillEndsSleepingThreadAndUnwindsItsStack)
 	ASSERT_TRUE(WaitUntil([&] { return StateOf(thread) == B_THREAD_ASLEEP; }));
 
 	EXPECT_EQ(B_OK, kill_thread(thread));
-	EXPECT_TRUE(sleeper.unwound.Wait());
+	EXPECT_TRUE(WaitUntil([&] { return sleeper.unwound.load(); }));
 	EXPECT_FALSE(sleeper.wokeNormally.load());
 	thread_info info;
 	EXPECT_EQ(B_BAD_THREAD_ID, get_thread_info(thread, &info));
