@@ -84,6 +84,26 @@ SleepLong(void* data)
 }
 
 
+std::atomic<int> ran;
+
+int32
+CountRun(void*)
+{
+	ran++;
+	return 3;
+}
+
+
+std::atomic<int> niceInside{-100};
+
+int32
+RecordNice(void*)
+{
+	niceInside = getpriority(PRIO_PROCESS, 0);
+	return 0;
+}
+
+
 void
 ExpectCounterFrozen(const Busy& busy)
 {
@@ -103,16 +123,10 @@ ExpectCounterMoves(const Busy& busy)
 } // namespace
 
 
-TEST(ThreadTest, SpawnedThreadWaitsAtGateUntilResumed)
+TEST(ThreadTest, SpawnedThreadWaitsAtGateUntilResumedOrKilled)
 {
-	static std::atomic<int> ran;
 	ran = 0;
-	thread_id thread = spawn_thread(
-	    [](void*) -> int32 {
-		    ran++;
-		    return 3;
-	    },
-	    "gate test", B_NORMAL_PRIORITY, nullptr);
+	thread_id thread = spawn_thread(CountRun, "gate test", B_NORMAL_PRIORITY, nullptr);
 	ASSERT_GT(thread, 0);
 
 	thread_info info;
@@ -131,6 +145,14 @@ TEST(ThreadTest, SpawnedThreadWaitsAtGateUntilResumed)
 	status_t exitValue = -1;
 	EXPECT_EQ(B_OK, wait_for_thread(thread, &exitValue));
 	EXPECT_EQ(3, exitValue);
+	EXPECT_EQ(1, ran.load());
+
+	// Killed at its gate, a thread never runs its body.
+	thread = spawn_thread(CountRun, "killed at gate", B_NORMAL_PRIORITY, nullptr);
+	EXPECT_EQ(B_OK, kill_thread(thread));
+	EXPECT_EQ(B_BAD_THREAD_ID, resume_thread(thread));
+	EXPECT_EQ(B_BAD_THREAD_ID, wait_for_thread(thread, nullptr));
+	snooze(10000);
 	EXPECT_EQ(1, ran.load());
 }
 
@@ -184,12 +206,8 @@ TEST(ThreadTest, FinishedThreadStaysKnownAndNotRunningUntilReaped)
 
 TEST(ThreadTest, StatesFollowBlockingCalls)
 {
-	thread_id sleeper = spawn_thread(
-	    [](void*) -> int32 {
-		    snooze(30000000);
-		    return 0;
-	    },
-	    "sleeper", B_NORMAL_PRIORITY, nullptr);
+	static Sleeper sleeping; // outlives the test if it stops early
+	thread_id sleeper = spawn_thread(SleepLong, "sleeper", B_NORMAL_PRIORITY, &sleeping);
 	thread_id waiter = spawn_thread(
 	    [](void* data) -> int32 {
 		    status_t value = 0;
@@ -212,6 +230,7 @@ TEST(ThreadTest, StatesFollowBlockingCalls)
 	status_t waiterResult = 0;
 	EXPECT_EQ(B_OK, wait_for_thread(waiter, &waiterResult));
 	EXPECT_EQ(B_BAD_THREAD_ID, waiterResult);
+	EXPECT_TRUE(WaitUntil([&] { return sleeping.unwound.load(); }));
 }
 
 
@@ -287,24 +306,6 @@ TEST(ThreadTest, KillEndsSleepingThreadAndUnwindsItsStack)
 	EXPECT_EQ(B_BAD_THREAD_ID, get_thread_info(thread, &info));
 	EXPECT_EQ(B_BAD_THREAD_ID, wait_for_thread(thread, nullptr));
 	EXPECT_EQ(B_BAD_THREAD_ID, kill_thread(thread));
-}
-
-
-TEST(ThreadTest, KillAtGateKeepsBodyFromRunning)
-{
-	static std::atomic<int> ran;
-	ran = 0;
-	thread_id thread = spawn_thread(
-	    [](void*) -> int32 {
-		    ran++;
-		    return 0;
-	    },
-	    "killed at gate", B_NORMAL_PRIORITY, nullptr);
-	EXPECT_EQ(B_OK, kill_thread(thread));
-	EXPECT_EQ(B_BAD_THREAD_ID, resume_thread(thread));
-	EXPECT_EQ(B_BAD_THREAD_ID, wait_for_thread(thread, nullptr));
-	snooze(10000);
-	EXPECT_EQ(0, ran.load());
 }
 
 
@@ -433,17 +434,11 @@ TEST(ThreadTest, ManySpawnsKeepIdsFreshAndRegistryBounded)
 
 TEST(ThreadTest, LowPriorityRaisesNiceValue)
 {
-	static std::atomic<int> niceInside{-100};
 	errno = 0;
 	int baseNice = getpriority(PRIO_PROCESS, 0);
 	ASSERT_EQ(0, errno);
 
-	thread_id thread = spawn_thread(
-	    [](void*) -> int32 {
-		    niceInside = getpriority(PRIO_PROCESS, 0);
-		    return 0;
-	    },
-	    "low", B_NORMAL_PRIORITY, nullptr);
+	thread_id thread = spawn_thread(RecordNice, "low", B_NORMAL_PRIORITY, nullptr);
 	EXPECT_EQ(B_NORMAL_PRIORITY, set_thread_priority(thread, B_LOW_PRIORITY));
 	thread_info info;
 	ASSERT_EQ(B_OK, get_thread_info(thread, &info));
@@ -455,12 +450,7 @@ TEST(ThreadTest, LowPriorityRaisesNiceValue)
 	// The caller's own nice value is untouched.
 	EXPECT_EQ(baseNice, getpriority(PRIO_PROCESS, 0));
 
-	thread = spawn_thread(
-	    [](void*) -> int32 {
-		    niceInside = getpriority(PRIO_PROCESS, 0);
-		    return 0;
-	    },
-	    "high", B_REAL_TIME_PRIORITY, nullptr);
+	thread = spawn_thread(RecordNice, "high", B_REAL_TIME_PRIORITY, nullptr);
 	ASSERT_EQ(B_OK, wait_for_thread(thread, nullptr));
 	EXPECT_EQ(baseNice, niceInside.load());
 }
