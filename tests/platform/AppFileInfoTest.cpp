@@ -1,7 +1,7 @@
 #include <AppFileInfo.h>
 
-#include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -24,9 +24,7 @@ protected:
 		ASSERT_TRUE(fTemp.Valid());
 		fTemp.UseAsDataHome();
 		fApp = fTemp.Path("app");
-		FILE* stream = fopen(fApp.c_str(), "w");
-		ASSERT_NE(stream, nullptr);
-		fclose(stream);
+		std::ofstream{fApp};
 	}
 
 	void TearDown() override { platform_set_xattr_disabled(false); }

@@ -1,6 +1,6 @@
 #include <Entry.h>
 
-#include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -12,15 +12,6 @@
 #include "platform/TempDirectory.h"
 
 namespace {
-
-void
-MakeFile(const std::string& path, const char* text)
-{
-	FILE* stream = fopen(path.c_str(), "w");
-	ASSERT_NE(stream, nullptr);
-	fputs(text, stream);
-	fclose(stream);
-}
 
 class EntryTest : public testing::Test
 {
@@ -42,13 +33,13 @@ TEST_F(EntryTest, AbstractEntriesNeedAnExistingDirectory)
 	EXPECT_EQ(entry.SetTo(temp.Path("missing/leaf").c_str()), B_ENTRY_NOT_FOUND);
 	EXPECT_EQ(entry.InitCheck(), B_NO_INIT);
 
-	MakeFile(temp.Path("plain"), "x");
+	std::ofstream(temp.Path("plain")) << "x";
 	EXPECT_EQ(entry.SetTo(temp.Path("plain/leaf").c_str()), B_NOT_A_DIRECTORY);
 }
 
 TEST_F(EntryTest, NamesRefsAndParents)
 {
-	MakeFile(temp.Path("data.txt"), "x");
+	std::ofstream(temp.Path("data.txt")) << "x";
 	BEntry entry(temp.Path("data.txt").c_str());
 	EXPECT_TRUE(entry.IsFile());
 	EXPECT_FALSE(entry.IsDirectory());
@@ -71,8 +62,8 @@ TEST_F(EntryTest, NamesRefsAndParents)
 
 TEST_F(EntryTest, RenameRespectsClobberAndFollowsTheFile)
 {
-	MakeFile(temp.Path("a"), "first");
-	MakeFile(temp.Path("b"), "second");
+	std::ofstream(temp.Path("a")) << "first";
+	std::ofstream(temp.Path("b")) << "second";
 	BEntry entry(temp.Path("a").c_str());
 
 	EXPECT_EQ(entry.Rename("b"), B_FILE_EXISTS);
@@ -94,7 +85,7 @@ TEST_F(EntryTest, RenameRespectsClobberAndFollowsTheFile)
 
 TEST_F(EntryTest, RemoveTakesFilesAndEmptyDirectories)
 {
-	MakeFile(temp.Path("f"), "x");
+	std::ofstream(temp.Path("f")) << "x";
 	BEntry file(temp.Path("f").c_str());
 	EXPECT_EQ(file.Remove(), B_OK);
 	EXPECT_FALSE(file.Exists());
@@ -103,7 +94,7 @@ TEST_F(EntryTest, RemoveTakesFilesAndEmptyDirectories)
 
 	std::string dir = temp.Path("d");
 	ASSERT_EQ(mkdir(dir.c_str(), 0755), 0);
-	MakeFile(dir + "/inner", "x");
+	std::ofstream(dir + "/inner") << "x";
 	BEntry directory(dir.c_str());
 	EXPECT_EQ(directory.Remove(), B_DIRECTORY_NOT_EMPTY);
 	unlink((dir + "/inner").c_str());
@@ -113,7 +104,7 @@ TEST_F(EntryTest, RemoveTakesFilesAndEmptyDirectories)
 
 TEST_F(EntryTest, TraverseResolvesALinkAtTheLeaf)
 {
-	MakeFile(temp.Path("target"), "x");
+	std::ofstream(temp.Path("target")) << "x";
 	ASSERT_EQ(symlink("target", temp.Path("link").c_str()), 0);
 	BEntry plain(temp.Path("link").c_str());
 	EXPECT_TRUE(plain.IsSymLink());

@@ -1,7 +1,7 @@
 #include <Node.h>
 
-#include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -27,9 +27,7 @@ protected:
 		ASSERT_TRUE(fTemp.Valid());
 		fTemp.UseAsDataHome();
 		fFile = fTemp.Path("node.bin");
-		FILE* stream = fopen(fFile.c_str(), "w");
-		ASSERT_NE(stream, nullptr);
-		fclose(stream);
+		std::ofstream{fFile};
 		// Whether this file system keeps user attributes at all.
 		fXattrs = setxattr(fFile.c_str(), "user.probe", "x", 1, 0) == 0;
 		removexattr(fFile.c_str(), "user.probe");
@@ -177,9 +175,7 @@ TEST_F(NodeTest, MissingFileKeepsAttributesUnderItsPath)
 	EXPECT_EQ(Read(other, "kw:benchmark"), "runs");
 
 	// Once the file exists the stored value is still there.
-	FILE* stream = fopen(missing.c_str(), "w");
-	ASSERT_NE(stream, nullptr);
-	fclose(stream);
+	std::ofstream{missing};
 	BNode built(missing.c_str());
 	EXPECT_EQ(built.InitCheck(), B_OK);
 	EXPECT_EQ(Read(built, "kw:benchmark"), "runs");

@@ -1,5 +1,6 @@
 #include <Path.h>
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
@@ -97,9 +98,7 @@ TEST(PathTest, CreateDirectoryMakesEveryLevel)
 	EXPECT_EQ(create_directory(deep.c_str(), 0755), B_OK);
 
 	std::string file = temp.Path("one/file");
-	FILE* stream = fopen(file.c_str(), "w");
-	ASSERT_NE(stream, nullptr);
-	fclose(stream);
+	std::ofstream{file};
 	EXPECT_EQ(create_directory(file.c_str(), 0755), B_NOT_A_DIRECTORY);
 	EXPECT_EQ(create_directory((file + "/below").c_str(), 0755), B_NOT_A_DIRECTORY);
 }
