@@ -2,7 +2,6 @@
 // scroll bar kept in line with the rows.
 #include "InterfaceSupport.h"
 
-#include <mutex>
 
 #include <ListItem.h>
 #include <ListView.h>
