@@ -148,13 +148,20 @@ QuitFromOutside(BLooper* looper)
 	looper->Quit();
 }
 
+
+// A test looper, not yet running, and what it sees.
+class LooperTest : public testing::Test
+{
+protected:
+	std::shared_ptr<Probe> probe = std::make_shared<Probe>();
+	TestLooper* looper = new TestLooper(probe);
+};
+
 } // namespace
 
 
-TEST(LooperTest, DeliversMessagesInOrderFromSeveralThreads)
+TEST_F(LooperTest, DeliversMessagesInOrderFromSeveralThreads)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	ASSERT_GT(looper->Run(), 0);
 	const int kSenders = 4;
 	const int kPerSender = 500;
@@ -195,10 +202,8 @@ TEST(LooperTest, DeliversMessagesInOrderFromSeveralThreads)
 }
 
 
-TEST(LooperTest, QuittingFromInsideDeletesTheLooperAndItsQueuedMessages)
+TEST_F(LooperTest, QuittingFromInsideDeletesTheLooperAndItsQueuedMessages)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	BMessenger messenger(looper);
 	// Queued before Run: the first message quits, the rest must be freed
 	// unhandled (the leak checker sees the payloads otherwise).
@@ -216,10 +221,8 @@ TEST(LooperTest, QuittingFromInsideDeletesTheLooperAndItsQueuedMessages)
 }
 
 
-TEST(LooperTest, QuittingFromOutsideWithMessagesQueuedStopsDispatching)
+TEST_F(LooperTest, QuittingFromOutsideWithMessagesQueuedStopsDispatching)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	looper->Run();
 	BMessenger messenger(looper);
 	ASSERT_TRUE(looper->Lock());
@@ -242,10 +245,8 @@ TEST(LooperTest, QuittingFromOutsideWithMessagesQueuedStopsDispatching)
 }
 
 
-TEST(LooperTest, MessengerToAQuitLooperAnswersAnError)
+TEST_F(LooperTest, MessengerToAQuitLooperAnswersAnError)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	looper->Run();
 	status_t status = B_ERROR;
 	BMessenger messenger(nullptr, looper, &status);
@@ -280,10 +281,8 @@ TEST(LooperTest, MessengerToAQuitLooperAnswersAnError)
 }
 
 
-TEST(LooperTest, LockFromAnotherThreadHoldsOffDispatching)
+TEST_F(LooperTest, LockFromAnotherThreadHoldsOffDispatching)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	looper->Run();
 	{
 		BAutolock lock(looper);
@@ -291,7 +290,7 @@ TEST(LooperTest, LockFromAnotherThreadHoldsOffDispatching)
 		ASSERT_TRUE(looper->IsLocked());
 		ASSERT_EQ(B_OK, looper->PostMessage(kMsgData));
 		EXPECT_FALSE(probe->WaitForCount(1, kQuiet));
-		std::thread other([looper] {
+		std::thread other([this] {
 			EXPECT_FALSE(looper->IsLocked());
 			EXPECT_EQ(B_TIMED_OUT, looper->LockWithTimeout(1000));
 		});
@@ -319,10 +318,8 @@ TEST(LooperTest, LockFromAnotherThreadHoldsOffDispatching)
 }
 
 
-TEST(LooperTest, QuitRequestedFalseKeepsTheLooperRunning)
+TEST_F(LooperTest, QuitRequestedFalseKeepsTheLooperRunning)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	looper->Run();
 	BMessenger messenger(looper);
 	probe->allowQuit = false;
@@ -344,10 +341,8 @@ TEST(LooperTest, QuitRequestedFalseKeepsTheLooperRunning)
 }
 
 
-TEST(LooperTest, HandlersReceiveTheirMessagesAndLeaveCleanly)
+TEST_F(LooperTest, HandlersReceiveTheirMessagesAndLeaveCleanly)
 {
-	auto probe = std::make_shared<Probe>();
-	TestLooper* looper = new TestLooper(probe);
 	TestLooper* otherLooper = new TestLooper(std::make_shared<Probe>());
 	auto first = std::make_unique<RecordingHandler>("first");
 	RecordingHandler next("next");
@@ -392,7 +387,7 @@ TEST(LooperTest, HandlersReceiveTheirMessagesAndLeaveCleanly)
 }
 
 
-TEST(LooperTest, DetachedCurrentMessageBelongsToTheHandler)
+TEST(LooperDetachTest, DetachedCurrentMessageBelongsToTheHandler)
 {
 	struct Detaching : BLooper {
 		std::mutex mutex;
