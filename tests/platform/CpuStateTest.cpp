@@ -1,6 +1,5 @@
-#include <condition_variable>
 #include <cstring>
-#include <mutex>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -50,13 +49,8 @@ TEST_F(CpuStateTest, OffRestrictsEveryThreadAndOnRestoresThem)
 	ASSERT_TRUE(_kget_cpu_state_(last));
 
 	// A thread that exists before the switch and waits until told to go.
-	std::mutex lock;
-	std::condition_variable wake;
-	bool go = false;
-	std::thread older([&] {
-		std::unique_lock<std::mutex> guard(lock);
-		wake.wait(guard, [&] { return go; });
-	});
+	std::promise<void> go;
+	std::thread older([started = go.get_future()] { started.wait(); });
 
 	// Find the kernel id of the last processor through the layer itself.
 	cpu_set_t before;
@@ -90,11 +84,7 @@ TEST_F(CpuStateTest, OffRestrictsEveryThreadAndOnRestoresThem)
 	EXPECT_TRUE(ThreadHas(pthread_self(), id));
 	EXPECT_TRUE(ThreadHas(older.native_handle(), id));
 
-	{
-		std::lock_guard<std::mutex> guard(lock);
-		go = true;
-	}
-	wake.notify_all();
+	go.set_value();
 	older.join();
 }
 
