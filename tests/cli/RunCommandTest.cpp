@@ -1,11 +1,11 @@
 // quickstep-cli run, as a user starts it: the built program in a child process.
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string>
@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include "CommandOutput.h"
+#include "platform/TempDirectory.h"
 
 extern char** environ;
 
@@ -29,19 +30,12 @@ struct Outcome {
 	std::string err;
 };
 
-std::string
-ReadAll(const std::string& path)
+// The number after key in text, from position from on; NaN without the key.
+double
+NumberAfter(const std::string& text, const std::string& key, size_t from = 0)
 {
-	std::string text;
-	FILE* file = fopen(path.c_str(), "r");
-	if (file == nullptr)
-		return text;
-	char buffer[4096];
-	size_t length;
-	while ((length = fread(buffer, 1, sizeof(buffer), file)) > 0)
-		text.append(buffer, length);
-	fclose(file);
-	return text;
+	const size_t at = text.find(key, from);
+	return at == std::string::npos ? std::nan("") : strtod(text.c_str() + at + key.size(), nullptr);
 }
 
 class RunCommandTest : public testing::Test
@@ -49,16 +43,9 @@ class RunCommandTest : public testing::Test
 protected:
 	void SetUp() override
 	{
-		char pattern[] = "/tmp/quickstep_run_XXXXXX";
-		ASSERT_NE(mkdtemp(pattern), nullptr);
-		fTemp = pattern;
-		mkdir((fTemp + "/tmp").c_str(), 0700);
-	}
-
-	void TearDown() override
-	{
-		std::string command = "rm -rf '" + fTemp + "'";
-		EXPECT_EQ(std::system(command.c_str()), 0);
+		ASSERT_TRUE(fDirectory.Valid());
+		fTemp = fDirectory.Path();
+		ASSERT_EQ(mkdir((fTemp + "/tmp").c_str(), 0700), 0);
 	}
 
 	// Starts quickstep-cli with the arguments, its temporary directory in the
@@ -103,8 +90,8 @@ protected:
 		int status = 0;
 		if (waitpid(child, &status, 0) == child && WIFEXITED(status))
 			outcome.exitStatus = WEXITSTATUS(status);
-		outcome.out = ReadAll(fTemp + "/out");
-		outcome.err = ReadAll(fTemp + "/err");
+		outcome.out = FileText(fTemp + "/out");
+		outcome.err = FileText(fTemp + "/err");
 		return outcome;
 	}
 
@@ -112,21 +99,10 @@ protected:
 
 	std::string fProgram = QS_BIN_DIR "/quickstep-cli";
 
-	std::vector<std::string> TempEntries() const
-	{
-		std::vector<std::string> names;
-		DIR* directory = opendir((fTemp + "/tmp").c_str());
-		if (directory == nullptr)
-			return names;
-		while (dirent* entry = readdir(directory)) {
-			std::string name = entry->d_name;
-			if (name != "." && name != "..")
-				names.push_back(name);
-		}
-		closedir(directory);
-		return names;
-	}
+	// What the run left in its temporary directory, one name a line.
+	std::string TempLeft() const { return CommandOutput("ls -A '" + fTemp + "/tmp'"); }
 
+	TempDirectory fDirectory;
 	std::string fTemp;
 	// DISPLAY for the child; empty: none at all.
 	std::string fDisplay;
@@ -227,7 +203,8 @@ TEST_F(RunCommandTest, GraphicsRunWithoutTheProgramWithWindowsSaysSoAndRunsTheRe
 	EXPECT_EQ(list.find("libXft"), std::string::npos) << list;
 
 	const std::string lone = fTemp + "/lone";
-	const std::string copy = "mkdir '" + lone + "' && cp " QS_BIN_DIR "/quickstep-cli '" + lone + "'";
+	const std::string copy =
+	    "mkdir '" + lone + "' && cp " QS_BIN_DIR "/quickstep-cli '" + lone + "'";
 	ASSERT_EQ(std::system(copy.c_str()), 0);
 	fProgram = lone + "/quickstep-cli";
 	fDisplay = ":97";
@@ -256,7 +233,7 @@ TEST_F(RunCommandTest, GraphicsOnADisplayRecordsItsThirteenMetrics)
 	Outcome outcome = Run({"run", "graphics", "--json", "--save", saved});
 	ASSERT_EQ(outcome.exitStatus, 0) << outcome.err;
 	EXPECT_NE(outcome.err.find("Testing Graphics (cpu 1/"), std::string::npos) << outcome.err;
-	const std::string file = ReadAll(saved);
+	const std::string file = FileText(saved);
 	for (int index :
 	     {1010, 1011, 1020, 1021, 1022, 1030, 1031, 1032, 1040, 1041, 1042, 1050, 1051}) {
 		const std::string key = "\"index\": " + std::to_string(index) + ",";
@@ -277,7 +254,7 @@ TEST_F(RunCommandTest, GraphicsRunEndsWhenItsDisplayGoesOrItIsInterrupted)
 		pid_t child = Start({"run", "graphics"});
 		// Until the window draws.
 		for (int i = 0;
-		     i < 200 && ReadAll(fTemp + "/err").find("Testing Graphics") == std::string::npos; i++)
+		     i < 200 && FileText(fTemp + "/err").find("Testing Graphics") == std::string::npos; i++)
 			std::this_thread::sleep_for(std::chrono::milliseconds(20));
 		std::this_thread::sleep_for(std::chrono::milliseconds(300));
 		if (displayGoes)
@@ -299,7 +276,7 @@ TEST_F(RunCommandTest, GraphicsRunEndsWhenItsDisplayGoesOrItIsInterrupted)
 			continue;
 		}
 		ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
-		EXPECT_EQ(WEXITSTATUS(status), displayGoes ? 1 : 130) << ReadAll(fTemp + "/err");
+		EXPECT_EQ(WEXITSTATUS(status), displayGoes ? 1 : 130) << FileText(fTemp + "/err");
 	}
 }
 
@@ -320,21 +297,19 @@ TEST_F(RunCommandTest, NamesAnyCaseByLabelOrDisplayNameAndPrintsJson)
 	          std::string::npos);
 	EXPECT_NE(outcome.err.find("Testing Ackerman (cpu 1/"), std::string::npos) << outcome.err;
 	EXPECT_NE(outcome.err.find("Testing Disk LifeCycle"), std::string::npos);
-	EXPECT_TRUE(TempEntries().empty());
+	EXPECT_EQ(TempLeft(), "");
 
 	// The configurations the record reports are the passes the worker ran.
-	const size_t at = outcome.out.find("\"configurations\": ");
-	ASSERT_NE(at, std::string::npos) << outcome.out;
-	const int configurations = std::atoi(outcome.out.c_str() + at + 18);
+	const double configurations = NumberAfter(outcome.out, "\"configurations\": ");
 	int passes = 0;
 	for (size_t line = outcome.err.find("Testing Ackerman"); line != std::string::npos;
 	     line = outcome.err.find("Testing Ackerman", line + 1))
 		passes++;
-	EXPECT_GE(configurations, 1);
+	EXPECT_GE(configurations, 1) << outcome.out;
 	EXPECT_EQ(passes, configurations) << outcome.err;
 
 	// The results file: version, length, and the record with every metric.
-	const std::string file = ReadAll(saved);
+	const std::string file = FileText(saved);
 	EXPECT_EQ(file.rfind("1.0\n", 0), 0u) << file;
 	EXPECT_NE(file.find("\t400:6000/"), std::string::npos) << file;
 	EXPECT_NE(file.find(";900:1000/"), std::string::npos) << file;
@@ -371,7 +346,7 @@ TEST_F(RunCommandTest, InterruptionCleansUpAndExits130)
 		Outcome outcome = Finish(child);
 		EXPECT_EQ(outcome.exitStatus, 130) << outcome.err;
 		EXPECT_NE(outcome.err.find("interrupted"), std::string::npos);
-		EXPECT_TRUE(TempEntries().empty()) << TempEntries().size() << " files left";
+		EXPECT_EQ(TempLeft(), "");
 	}
 }
 
@@ -449,7 +424,7 @@ TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
 	Outcome sent = Run({"mail", packed, "--config", "Dual PII 400 BX"});
 	setenv("PATH", fOldPath.c_str(), 1);
 	ASSERT_EQ(sent.exitStatus, 0) << sent.err;
-	const std::string message = ReadAll(fTemp + "/message");
+	const std::string message = FileText(fTemp + "/message");
 	EXPECT_NE(message.find("\nTo: quickstep-results@"), std::string::npos) << message;
 	EXPECT_NE(message.find("\n\nResults for : Dual PII 400 BX.\n"), std::string::npos);
 	EXPECT_NE(message.find("filename=\"run.results.zip\""), std::string::npos);
@@ -496,21 +471,16 @@ TEST_F(RunCommandTest, RepeatKeepsEverySampleAndRecordsTheMedian)
 		at = end + strspn(end, ", \n");
 	}
 	std::sort(samples.begin(), samples.end());
-	const size_t times = out.find("\"times\": [");
-	ASSERT_LT(times, spread);
-	const double recorded = strtod(out.c_str() + times + strlen("\"times\": [") +
-	                                   strspn(out.c_str() + times + strlen("\"times\": ["), " \n"),
-	                               nullptr);
-	EXPECT_FLOAT_EQ(static_cast<float>(recorded), static_cast<float>(samples[1]));
+	ASSERT_LT(out.find("\"times\": ["), spread);
+	EXPECT_FLOAT_EQ(static_cast<float>(NumberAfter(out, "\"times\": [")),
+	                static_cast<float>(samples[1]));
 	// The file keeps its form: one time per configuration.
-	const std::string file = ReadAll(saved);
+	const std::string file = FileText(saved);
 	const size_t record = file.find("400:6000/");
 	ASSERT_NE(record, std::string::npos) << file;
 	const std::string metric = file.substr(record, file.find(';', record) - record);
-	const size_t configurations = out.find("\"configurations\": ");
-	ASSERT_NE(configurations, std::string::npos);
 	EXPECT_EQ(std::count(metric.begin(), metric.end(), ',') + 1,
-	          atoi(out.c_str() + configurations + strlen("\"configurations\": ")))
+	          NumberAfter(out, "\"configurations\": "))
 	    << metric;
 
 	Outcome plain = Run({"run", "ackerman", "--json"});

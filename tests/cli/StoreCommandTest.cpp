@@ -1,13 +1,14 @@
-// The store and compare commands, run as a program: a copy of quickstep-cli in
-// a temporary directory, so its store belongs to a "quickstep" there that
-// does not exist, kept in a per-user store inside the same directory.
+// The store, compare and help commands, run as a program: a copy of
+// quickstep-cli in a temporary directory, so its store belongs to a
+// "quickstep" there that does not exist, kept in a per-user store inside the
+// same directory, and its help is the file found in that directory.
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "CommandOutput.h"
 #include "platform/TempDirectory.h"
 #include "results/CompareStore.h"
 #include "results/ResultList.h"
@@ -41,22 +42,15 @@ protected:
 		std::ofstream(fDirectory.Path(leaf)) << text;
 	}
 
-	static std::string Contents(const std::string& path)
+	// Runs the copy in the temporary directory, with the variables given
+	// before it; answers its exit status.
+	int Run(const std::string& arguments, const std::string& variables = "")
 	{
-		std::ifstream file(path);
-		std::stringstream text;
-		text << file.rdbuf();
-		return text.str();
-	}
-
-	// Runs the copy in the temporary directory; answers its exit status.
-	int Run(const std::string& arguments)
-	{
-		const std::string command = "cd '" + fDirectory.Path() + "' && ./quickstep-cli " +
-		                            arguments + " >out.txt 2>err.txt";
+		const std::string command = "cd '" + fDirectory.Path() + "' && " + variables +
+		                            " ./quickstep-cli " + arguments + " >out.txt 2>err.txt";
 		const int status = system(command.c_str());
-		fOut = Contents(fDirectory.Path("out.txt"));
-		fErr = Contents(fDirectory.Path("err.txt"));
+		fOut = FileText(fDirectory.Path("out.txt"));
+		fErr = FileText(fDirectory.Path("err.txt"));
 		return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 	}
 
@@ -125,12 +119,12 @@ TEST_F(StoreCommandTest, ExportWritesTheTableHereOrIntoTheGivenDirectory)
 	          "Box B (1-x86@100/66MHz) 64MB RAM\t\t200000.0\t\n"
 	          "Box B (1-x86@100/66MHz) 64MB RAM\t\t200000.0\t\n"
 	          "Box A (2-x86@300/66MHz) 128MB RAM\t800000.0\t400000.0\t0.5\t0.2\t\n",
-	          Contents(fDirectory.Path("Quickstep.compare")));
+	          FileText(fDirectory.Path("Quickstep.compare")));
 
 	ASSERT_EQ(0, system(("mkdir '" + fDirectory.Path("tables") + "'").c_str()));
 	EXPECT_EQ(0, Run("store export tables"));
 	EXPECT_NE(std::string::npos,
-	          Contents(fDirectory.Path("tables/Quickstep.compare")).find("Box A"));
+	          FileText(fDirectory.Path("tables/Quickstep.compare")).find("Box A"));
 	EXPECT_EQ(1, Run("store export no/such/dir"));
 	EXPECT_NE(std::string::npos, fErr.find("cannot write no/such/dir/Quickstep.compare"));
 }
@@ -142,12 +136,8 @@ TEST_F(StoreCommandTest, StoreThatCannotBeWrittenSaysSoAndKeepsItsRuns)
 	// A per-user store under a plain file cannot be used, and the program
 	// itself is missing: the store cannot be reached.
 	Put("blocker", "x");
-	const std::string blocked = "XDG_DATA_HOME='" + fDirectory.Path("blocker") + "' ";
-	const std::string command = "cd '" + fDirectory.Path() + "' && " + blocked +
-	                            "./quickstep-cli store add b.results >out.txt 2>err.txt";
-	EXPECT_NE(0, system(command.c_str()));
-	EXPECT_NE(std::string::npos, Contents(fDirectory.Path("err.txt"))
-	                                 .find("the comparison store of " +
+	EXPECT_EQ(1, Run("store add b.results", "XDG_DATA_HOME='" + fDirectory.Path("blocker") + "'"));
+	EXPECT_NE(std::string::npos, fErr.find("the comparison store of " +
 	                                       fDirectory.Path("quickstep") + ": Not a directory"));
 	EXPECT_EQ(1, StoredRuns());
 }
@@ -203,4 +193,18 @@ TEST_F(StoreCommandTest, CompareDrawsNoBarForRatesThatAreNotPositiveNumbers)
 	// An index beyond 32 bits names no test rather than wrapping onto 100.
 	EXPECT_EQ(1, Run("compare 4294967396 --results negative.results"));
 	EXPECT_NE(std::string::npos, fErr.find("no run measures '4294967396'"));
+}
+
+
+// A help file a user did not write is read as far as the reader's bounds
+// allow, never a crash.
+TEST_F(StoreCommandTest, DeeplyNestedHelpFileIsReadToTheBoundWithOneLine)
+{
+	std::string deep = "<CONTENTS><ITEM PAGE=\"p\">Top";
+	for (int i = 0; i < 6000; i++)
+		deep += "<a>";
+	Put("QStp.help", deep);
+	EXPECT_EQ(0, Run("help"));
+	EXPECT_NE(std::string::npos, fOut.find("Top"));
+	EXPECT_NE(std::string::npos, fErr.find("elements nested deeper than 64 levels"));
 }

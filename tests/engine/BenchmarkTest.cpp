@@ -8,9 +8,7 @@
 #include <cstdio>
 #include <fstream>
 #include <mutex>
-#include <sstream>
 #include <string>
-#include <utility>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -25,6 +23,7 @@
 #include <PlatformTest.h>
 #include <Rect.h>
 
+#include "CommandOutput.h"
 #include "results/Metric.h"
 #include "results/Results.h"
 
@@ -423,9 +422,7 @@ TEST_F(BenchmarkTest, DiskTestsNeverWriteThroughAPlantedLink)
 	benchmark.RunFileLifeCycle();
 	EXPECT_EQ(benchmark.RunResults().Size(), 2);
 
-	std::stringstream kept;
-	kept << std::ifstream(target).rdbuf();
-	EXPECT_EQ(kept.str(), "precious");
+	EXPECT_EQ(FileText(target), "precious");
 	// The deletion pass removes the planted small link (never its target);
 	// the large file's link is not the test's to remove.
 	struct stat status;

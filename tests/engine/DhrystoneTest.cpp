@@ -39,14 +39,11 @@ TEST(DhrystoneTest, LoopCountsAndPrintedValues)
 	} cases[] = {
 	    // The benchmark's own request: 1600000 = 24 * 65536 + 27136.
 	    {1600000, "Dhrystone: iter 27136, outer 0, inner 27136", false},
-	    {0, "Dhrystone: iter 0, outer 0, inner 0", false},
 	    {31999, "Dhrystone: iter 31999, outer 0, inner 31999", false},
 	    {32000, "Dhrystone: iter 32000, outer 1, inner 0", false},
-	    {64000, "Dhrystone: iter 64000, outer 2, inner 0", false},
 	    {65536, "Dhrystone: iter 0, outer 0, inner 0", false},
 	    {64000 - 65536, "Dhrystone: iter 64000, outer 2, inner 0", false},
 	    {32001, "Dhrystone: iter 32001, outer 1, inner 1", true},
-	    {65536 + 32001, "Dhrystone: iter 32001, outer 1, inner 1", true},
 	    // Two passes of 3 + 2 + 1 iterations: the check value restarts at 10
 	    // before every pass and shows only the last, one-iteration pass.
 	    {64003, "Dhrystone: iter 64003, outer 2, inner 3", true},

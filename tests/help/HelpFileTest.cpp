@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +11,7 @@
 #include <Path.h>
 #include <PlatformTest.h>
 
+#include "CommandOutput.h"
 #include "help/xmlTag.h"
 #include "platform/TempDirectory.h"
 
@@ -85,87 +85,82 @@ TEST(HelpFileTest, RowsKeepDepthAndEveryViewPagesKeepTheirBreaks)
 }
 
 
-// The working directory wins over the temporary directory, which wins over
-// the copy stored in the executable.
-TEST(HelpFileTest, LocateSearchesInOrder)
+// A user's directory with a working directory "cwd", a temporary directory
+// "tmp" and the program "quickstep", whose help to store is source.help.
+class HelpLocateTest : public testing::Test
 {
-	TempDirectory dir;
-	dir.UseAsDataHome();
-	ASSERT_EQ(mkdir(dir.Path("cwd").c_str(), 0755), 0);
-	ASSERT_EQ(mkdir(dir.Path("tmp").c_str(), 0755), 0);
-	platform_set_directory(B_COMMON_TEMP_DIRECTORY, dir.Path("tmp").c_str());
-	char previous[1024];
-	ASSERT_NE(getcwd(previous, sizeof(previous)), nullptr);
-	ASSERT_EQ(chdir(dir.Path("cwd").c_str()), 0);
+protected:
+	void SetUp() override
+	{
+		fDir.UseAsDataHome();
+		ASSERT_EQ(mkdir(fDir.Path("cwd").c_str(), 0755), 0);
+		ASSERT_EQ(mkdir(fDir.Path("tmp").c_str(), 0755), 0);
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, fDir.Path("tmp").c_str());
+		ASSERT_NE(getcwd(fPrevious, sizeof(fPrevious)), nullptr);
+		ASSERT_EQ(chdir(fDir.Path("cwd").c_str()), 0);
+		WriteFile(fSource, "<CONTENTS></CONTENTS>\n");
+	}
 
-	std::string executable = dir.Path("quickstep");
-	std::string source = dir.Path("source.help");
-	WriteFile(source, "<CONTENTS></CONTENTS>\n");
+	void TearDown() override
+	{
+		EXPECT_EQ(chdir(fPrevious), 0);
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+	}
+
+	TempDirectory fDir;
+	const std::string fExecutable = fDir.Path("quickstep");
+	const std::string fSource = fDir.Path("source.help");
+	char fPrevious[1024];
+};
+
+
+// The working directory wins over the temporary directory, which wins over
+// the copy stored in the fExecutable.
+TEST_F(HelpLocateTest, SearchesInOrder)
+{
 	BPath found;
-	EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_ENTRY_NOT_FOUND);
+	EXPECT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_ENTRY_NOT_FOUND);
 
-	ASSERT_EQ(HelpFile::Store(executable.c_str(), source.c_str()), B_OK);
-	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
-	EXPECT_STREQ(found.Path(), dir.Path("tmp/QStp.help").c_str());
-	std::stringstream extracted;
-	extracted << std::ifstream(found.Path()).rdbuf();
-	EXPECT_EQ(extracted.str(), "<CONTENTS></CONTENTS>\n");
+	ASSERT_EQ(HelpFile::Store(fExecutable.c_str(), fSource.c_str()), B_OK);
+	ASSERT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_OK);
+	EXPECT_STREQ(found.Path(), fDir.Path("tmp/QStp.help").c_str());
+	EXPECT_EQ(FileText(found.Path()), "<CONTENTS></CONTENTS>\n");
 
-	WriteFile(dir.Path("cwd/QStp.help"), "x");
-	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
-	EXPECT_STREQ(found.Path(), dir.Path("cwd/QStp.help").c_str());
-
-	ASSERT_EQ(chdir(previous), 0);
-	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+	WriteFile(fDir.Path("cwd/QStp.help"), "x");
+	ASSERT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_OK);
+	EXPECT_STREQ(found.Path(), fDir.Path("cwd/QStp.help").c_str());
 }
 
 
 // Any local user can write to the temporary directory: a copy there is read
 // only when it is this user's own plain file, and the stored copy is never
 // extracted through whatever stands under its name.
-TEST(HelpFileTest, LocateNeverUsesOrWritesThroughAnotherUsersName)
+TEST_F(HelpLocateTest, NeverUsesOrWritesThroughAnotherUsersName)
 {
-	TempDirectory dir;
-	dir.UseAsDataHome();
-	ASSERT_EQ(mkdir(dir.Path("cwd").c_str(), 0755), 0);
-	ASSERT_EQ(mkdir(dir.Path("tmp").c_str(), 0755), 0);
-	platform_set_directory(B_COMMON_TEMP_DIRECTORY, dir.Path("tmp").c_str());
-	char previous[1024];
-	ASSERT_NE(getcwd(previous, sizeof(previous)), nullptr);
-	ASSERT_EQ(chdir(dir.Path("cwd").c_str()), 0);
-
-	const std::string executable = dir.Path("quickstep");
-	const std::string source = dir.Path("source.help");
-	WriteFile(source, "<CONTENTS></CONTENTS>\n");
-	ASSERT_EQ(HelpFile::Store(executable.c_str(), source.c_str()), B_OK);
-	const std::string target = dir.Path("target");
+	ASSERT_EQ(HelpFile::Store(fExecutable.c_str(), fSource.c_str()), B_OK);
+	const std::string target = fDir.Path("target");
 	WriteFile(target, "precious");
-	const std::string planted = dir.Path("tmp/QStp.help");
+	const std::string planted = fDir.Path("tmp/QStp.help");
 	ASSERT_EQ(symlink(target.c_str(), planted.c_str()), 0);
 
 	BPath found;
 	testing::internal::CaptureStderr();
-	EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, true), B_ENTRY_NOT_FOUND);
+	EXPECT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, true), B_ENTRY_NOT_FOUND);
 	EXPECT_NE(testing::internal::GetCapturedStderr().find("Help in tmp directory <" + planted +
 	                                                      "> is not this user's file: not read"),
 	          std::string::npos);
-	std::stringstream kept;
-	kept << std::ifstream(target).rdbuf();
-	EXPECT_EQ(kept.str(), "precious");
+	EXPECT_EQ(FileText(target), "precious");
 
 	// A file of another user (only root can make one) is passed over alike.
 	ASSERT_EQ(unlink(planted.c_str()), 0);
 	if (geteuid() == 0) {
 		WriteFile(planted, "<CONTENTS><T>theirs</T></CONTENTS>\n");
 		ASSERT_EQ(chown(planted.c_str(), 65534, 65534), 0);
-		EXPECT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_ENTRY_NOT_FOUND);
+		EXPECT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_ENTRY_NOT_FOUND);
 		ASSERT_EQ(unlink(planted.c_str()), 0);
 	}
 
 	// With the name free the stored copy is extracted, this user's own.
-	ASSERT_EQ(HelpFile::Locate("QStp", executable.c_str(), found, false), B_OK);
+	ASSERT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_OK);
 	EXPECT_STREQ(found.Path(), planted.c_str());
-
-	ASSERT_EQ(chdir(previous), 0);
-	platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
 }

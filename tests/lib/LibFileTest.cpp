@@ -5,7 +5,6 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 #include <Path.h>
 #include <PlatformTest.h>
 
+#include "CommandOutput.h"
 #include "platform/TempDirectory.h"
 
 namespace {
@@ -71,12 +71,7 @@ protected:
 		ASSERT_EQ(chmod(path.c_str(), 0755), 0);
 	}
 
-	std::string Log()
-	{
-		std::stringstream text;
-		text << std::ifstream(fLog).rdbuf();
-		return text.str();
-	}
+	std::string Log() { return FileText(fLog); }
 
 	static std::string Cwd()
 	{
@@ -342,8 +337,5 @@ TEST_F(LibFileTest, PrivateEntriesAreTheUsersAloneAndNeverFollowLinks)
 	EXPECT_EQ(LibMakePrivateFile(file.c_str()), B_FILE_EXISTS);
 	EXPECT_EQ(LibMakePrivateFile(link.c_str()), B_FILE_EXISTS);
 
-	std::ifstream kept(victim);
-	std::string text;
-	kept >> text;
-	EXPECT_EQ(text, "data");
+	EXPECT_EQ(FileText(victim), "data");
 }

@@ -1,7 +1,6 @@
 #include "results/CompareStore.h"
 
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <unistd.h>
 
@@ -148,15 +147,13 @@ TEST_F(CompareStoreTest, TableExportRepeatsTheFirstRowAndPadsFewerTimesOnTheLeft
 	two->Get(1L)->Units("seconds");
 	Add(rows, "One (1-x86@300/66MHz) 1MB RAM\t500:100/0.5;0:0/3.0;");
 	ASSERT_EQ(B_OK, CompareStore::ExportTable(rows, path.c_str()));
-	std::stringstream text;
-	text << std::ifstream(path).rdbuf();
 	EXPECT_EQ("\tDhrystone\t\t\t\t\n"
 	          "\t(IPS)\t\t(seconds)\t\t\n"
 	          "\t2 cpu\t1 cpu\t2 cpu\t1 cpu\t\n"
 	          "Two (2-x86@300/66MHz) 1MB RAM\t100.0\t50.0\t4.0\t8.0\t\n"
 	          "Two (2-x86@300/66MHz) 1MB RAM\t100.0\t50.0\t4.0\t8.0\t\n"
 	          "One (1-x86@300/66MHz) 1MB RAM\t\t200.0\t\t3.0\t\n",
-	          text.str());
+	          FileText(path));
 
 	EXPECT_NE(B_OK, CompareStore::ExportTable(rows, fDirectory.Path("no/dir/x").c_str()));
 }

@@ -3,8 +3,6 @@
 #ifndef MACHINE_FIXTURE_H
 #define MACHINE_FIXTURE_H
 
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -13,6 +11,7 @@
 #include <Rect.h>
 #include <gtest/gtest.h>
 
+#include "CommandOutput.h"
 #include "results/ResultList.h"
 
 class MachineFixture : public testing::Test
@@ -66,21 +65,6 @@ Record(const Results& results)
 {
 	char buffer[kRecordSize];
 	return results.Write(buffer);
-}
-
-// What print wrote to a stream.
-template <typename Print>
-inline std::string
-Printed(Print print)
-{
-	char* text = nullptr;
-	size_t length = 0;
-	FILE* file = open_memstream(&text, &length);
-	print(file);
-	fclose(file);
-	std::string printed(text, length);
-	free(text);
-	return printed;
 }
 
 #endif // MACHINE_FIXTURE_H

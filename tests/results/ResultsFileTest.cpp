@@ -1,7 +1,6 @@
 #include "results/ResultsFile.h"
 
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -44,9 +43,7 @@ TEST_F(ResultsFileTest, WrittenFileHoldsVersionLengthAndRecordAndReadsBack)
 	run.Read(kRecord.c_str());
 	const std::string path = fDirectory.Path("Quickstep.results");
 	ASSERT_EQ(kResultsFileOK, ResultsFile::Write(path.c_str(), run));
-	std::stringstream text;
-	text << std::ifstream(path).rdbuf();
-	EXPECT_EQ(File(kRecord), text.str());
+	EXPECT_EQ(File(kRecord), FileText(path));
 
 	Results back(true);
 	ASSERT_EQ(kResultsFileOK, ResultsFile::Read(path.c_str(), back));

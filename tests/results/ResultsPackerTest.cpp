@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -52,13 +51,6 @@ protected:
 			return kPackRefused;
 		std::ofstream(packer.ReportPath()) << "pci class = <3>, type = <Display>\n";
 		return packer.Pack(path.c_str(), saved, problem);
-	}
-
-	std::string VictimText()
-	{
-		std::stringstream text;
-		text << std::ifstream(fVictim).rdbuf();
-		return text.str();
 	}
 
 	TempDirectory fTmp;
@@ -128,7 +120,7 @@ TEST_F(ResultsPackerTest, LinksAndOtherUsersEntriesAtTheFixedNamesStopThePacking
 		// The results file is kept; nothing was packed or followed.
 		EXPECT_TRUE(LibExists(fHome.Path("Quickstep.results").c_str()));
 		EXPECT_FALSE(LibExists(fHome.Path("Quickstep.results.zip").c_str()));
-		EXPECT_EQ(VictimText(), "precious");
+		EXPECT_EQ(FileText(fVictim), "precious");
 		if (!c.link) {
 			EXPECT_TRUE(LibExists(c.path.c_str()));
 		}
@@ -147,9 +139,10 @@ TEST_F(ResultsPackerTest, StaleEntriesOfTheUsersOwnAreReplaced)
 	BPath saved;
 	LibString problem;
 	ASSERT_EQ(SaveAndPack("Quickstep.results", saved, problem), kPackZipped) << problem.String();
-	EXPECT_EQ(CommandOutput("unzip -p '" + std::string(saved.Path()) + "' | tar -tf - | LC_ALL=C sort"),
-	          "results/\nresults/Quickstep.results\nresults/unknown_devices\n");
-	EXPECT_EQ(VictimText(), "precious");
+	EXPECT_EQ(
+	    CommandOutput("unzip -p '" + std::string(saved.Path()) + "' | tar -tf - | LC_ALL=C sort"),
+	    "results/\nresults/Quickstep.results\nresults/unknown_devices\n");
+	EXPECT_EQ(FileText(fVictim), "precious");
 }
 
 TEST_F(ResultsPackerTest, TargetsThatPackingWouldDestroyAreRefused)
@@ -164,5 +157,5 @@ TEST_F(ResultsPackerTest, TargetsThatPackingWouldDestroyAreRefused)
 		EXPECT_NE(std::string(problem.String()).find("could not save"), std::string::npos);
 	}
 	// The user's directory was left alone.
-	EXPECT_EQ(VictimText(), "precious");
+	EXPECT_EQ(FileText(fVictim), "precious");
 }

@@ -1,13 +1,14 @@
 #include "sysinfo/LibDeviceInfo.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <PlatformTest.h>
 #include <gtest/gtest.h>
+
+#include "CommandOutput.h"
 
 namespace {
 
@@ -21,8 +22,7 @@ protected:
 
 	static void UseBus(const char* name)
 	{
-		std::string root = std::string(QS_FIXTURES_DIR) + "/" + name;
-		platform_set_root(root.c_str());
+		platform_set_root((std::string(QS_FIXTURES_DIR) + "/" + name).c_str());
 	}
 
 	static pciItem* ItemOf(LibDeviceInfo& catalogue, int classId)
@@ -45,18 +45,6 @@ protected:
 		EXPECT_STREQ(vendorShort ? vendorShort : device->VendorShort(), device->VendorShort());
 		EXPECT_STREQ(vendorLong ? vendorLong : device->VendorLong(), device->VendorLong());
 		EXPECT_STREQ(description ? description : device->Description(), device->Description());
-	}
-
-	static std::string Written(pciItem& item)
-	{
-		char* buffer = nullptr;
-		size_t size = 0;
-		FILE* file = open_memstream(&buffer, &size);
-		item.Write(file);
-		fclose(file);
-		std::string text(buffer, size);
-		free(buffer);
-		return text;
 	}
 };
 
@@ -122,9 +110,6 @@ TEST_F(LibDeviceInfoTest, FullyNamedAndEmptyBusesAreAllKnown)
 		LibDeviceInfo catalogue;
 		EXPECT_EQ(size, catalogue.Size());
 		EXPECT_TRUE(catalogue.AllDevicesKnown());
-		LibString text("kept");
-		EXPECT_EQ(size > 0, catalogue.FindDevice(6, text));
-		EXPECT_EQ(size == 0, text == "kept");
 	}
 }
 
@@ -173,7 +158,7 @@ TEST_F(LibDeviceInfoTest, FindDeviceWriteAndPrintDescribeTheDevices)
 	          "Vendor id <0x1097>, Device id <0x1234>, Vendor <Appian,Appian Technology>, "
 	          "Device <Unknown>\n"
 	          "\n",
-	          Written(*display));
+	          Printed([&](FILE* file) { display->Write(file); }));
 
 	// The standard error listing gives classes in hexadecimal.
 	testing::internal::CaptureStderr();
