@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "MachineFixture.h"
-
 namespace {
 
 Metric
@@ -124,11 +122,4 @@ TEST(MetricTest, WriteAppendsTheRecordTextAndTheBoundedFormRefusesWhatDoesNotFit
 	char tight[7] = "";
 	EXPECT_EQ(B_BUFFER_OVERFLOW, empty.Write(tight, sizeof(tight)));
 	EXPECT_STREQ("", tight);
-}
-
-
-TEST(MetricTest, SavePadsFewTimesOnTheLeft)
-{
-	Metric metric = MetricWith(100, {4.0f});
-	EXPECT_EQ("\t\t25.0\t", Printed([&](FILE* file) { metric.Save(file, 3); }));
 }
