@@ -74,6 +74,8 @@ TEST_F(LibDeviceInfoTest, ItemsFollowTheClassTableOrderAndSkipAbsentClasses)
 TEST_F(LibDeviceInfoTest, NamesComeFromTheFirstMatchingRows)
 {
 	LibDeviceInfo catalogue;
+	// Intel 0x7110, ATI 0x4758 and the vendors 0x10AF and 0x1097 each have two
+	// rows; the first, older one names them.
 	ExpectNames(DeviceOf(catalogue, 6, 0), "Intel", nullptr, "PIIX4 ISA Bridge");
 	// The chip name stands in for an empty description.
 	ExpectNames(DeviceOf(catalogue, 6, 1), nullptr, "Compaq", "EISA Bridge");

@@ -1,40 +1,10 @@
 #include "sysinfo/PciTables.h"
 
-#include <cstring>
 #include <map>
 #include <set>
 #include <utility>
 
 #include <gtest/gtest.h>
-
-namespace {
-
-int
-VendorRow(uint16 vendorId, const char* shortName, const char* longName)
-{
-	for (int32 i = 0; i < kPciVendorRows; i++) {
-		const pciVendorRow& row = kPciVendors[i];
-		if (row.vendorId == vendorId && strcmp(row.shortName, shortName) == 0 &&
-		    strcmp(row.longName, longName) == 0)
-			return i;
-	}
-	return -1;
-}
-
-int
-DeviceRow(uint16 vendorId, uint16 deviceId, const char* chip, const char* description)
-{
-	for (int32 i = 0; i < kPciDeviceRows; i++) {
-		const pciDeviceRow& row = kPciDevices[i];
-		if (row.vendorId == vendorId && row.deviceId == deviceId &&
-		    strcmp(row.chipName, chip) == 0 && strcmp(row.description, description) == 0)
-			return i;
-	}
-	return -1;
-}
-
-} // namespace
-
 
 TEST(PciTablesTest, VendorTableShape)
 {
@@ -85,24 +55,4 @@ TEST(PciTablesTest, DeviceTableShape)
 		repeated += entry.second == 2;
 	EXPECT_EQ(8, repeated);
 	EXPECT_EQ(seen.size() + 8, static_cast<size_t>(kPciDeviceRows));
-}
-
-
-TEST(PciTablesTest, RepeatedIdsKeepTheirOlderNameFirst)
-{
-	EXPECT_EQ(VendorRow(0x1097, "Appian", "Appian Technology") + 1,
-	          VendorRow(0x1097, "Appian", "Appian Graphics"));
-	EXPECT_EQ(VendorRow(0x10AF, "MCS", "Micro Computer Systems, Inc.") + 1,
-	          VendorRow(0x10AF, "MS", "Microcomputer Sysytems"));
-	EXPECT_GE(VendorRow(0x5333, "S3", "S3 Incorporated"), 0);
-
-	int piix = DeviceRow(0x8086, 0x7110, "82371AB", "PIIX4 ISA Bridge");
-	ASSERT_GE(piix, 0);
-	EXPECT_GT(DeviceRow(0x8086, 0x7110, "Fireball", "Fireball"), piix);
-	int pcp = DeviceRow(0x1002, 0x4758, "ATI PCP", "ATI PCP");
-	ASSERT_GE(pcp, 0);
-	EXPECT_GT(DeviceRow(0x1002, 0x4758, "210888GX", "Mach 64 (WinTurbo)"), pcp);
-	EXPECT_GE(DeviceRow(0x0E11, 0x0001, "EISA Bridge", ""), 0);
-	EXPECT_GE(DeviceRow(0x9004, 0x8278, "AHA-3940U/UW", "Multiple SCSI channels"), 0);
-	EXPECT_GE(DeviceRow(0x5333, 0x5631, "86C325", "Virge 3D GUI Accelerator"), 0);
 }
