@@ -198,7 +198,9 @@ TEST_F(StoreCommandTest, CompareDrawsNoBarForRatesThatAreNotPositiveNumbers)
 
 // A help file a user did not write is read as far as the reader's bounds
 // allow, never a crash.
-TEST_F(StoreCommandTest, DeeplyNestedHelpFileIsReadToTheBoundWithOneLine)
+typedef StoreCommandTest HelpCommandTest;
+
+TEST_F(HelpCommandTest, DeeplyNestedHelpFileIsReadToTheBoundWithOneLine)
 {
 	std::string deep = "<CONTENTS><ITEM PAGE=\"p\">Top";
 	for (int i = 0; i < 6000; i++)

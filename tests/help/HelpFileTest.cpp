@@ -25,7 +25,36 @@ WriteFile(const std::string& path, const char* text)
 }
 
 
-TEST(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
+// A user's directory with a working directory "cwd", a temporary directory
+// "tmp" and the program "quickstep", whose help to store is source.help.
+class HelpFileTest : public testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		fDir.UseAsDataHome();
+		ASSERT_EQ(mkdir(fDir.Path("cwd").c_str(), 0755), 0);
+		ASSERT_EQ(mkdir(fDir.Path("tmp").c_str(), 0755), 0);
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, fDir.Path("tmp").c_str());
+		ASSERT_NE(getcwd(fPrevious, sizeof(fPrevious)), nullptr);
+		ASSERT_EQ(chdir(fDir.Path("cwd").c_str()), 0);
+		WriteFile(fSource, "<CONTENTS></CONTENTS>\n");
+	}
+
+	void TearDown() override
+	{
+		EXPECT_EQ(chdir(fPrevious), 0);
+		platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
+	}
+
+	TempDirectory fDir;
+	const std::string fExecutable = fDir.Path("quickstep");
+	const std::string fSource = fDir.Path("source.help");
+	char fPrevious[1024] = {};
+};
+
+
+TEST_F(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
 {
 	LinkList<HelpRow> rows;
 	ASSERT_EQ(HelpFile::ReadContents(kShipped, rows), B_OK);
@@ -52,10 +81,9 @@ TEST(HelpFileTest, ShippedHelpHasContentsAndEveryPageIsReachable)
 }
 
 
-TEST(HelpFileTest, RowsKeepDepthAndEveryViewPagesKeepTheirBreaks)
+TEST_F(HelpFileTest, RowsKeepDepthAndEveryViewPagesKeepTheirBreaks)
 {
-	TempDirectory dir;
-	std::string path = dir.Path("rows.help");
+	std::string path = fDir.Path("rows.help");
 	WriteFile(path, "<CONTENTS>\n<T PAGE=\"p1\" VIEW=\"W/a\" VIEW=\"W/b\">One\n"
 	                "<T PAGE=\"p2\">Two</T></T>\n<T PAGE=\"p3\">Three</T>\n</CONTENTS>\n"
 	                "<PAGE NAME=\"a\">First <BR/> line.</PAGE>\n<PAGE NAME=\"b\">Other</PAGE>\n");
@@ -76,42 +104,13 @@ TEST(HelpFileTest, RowsKeepDepthAndEveryViewPagesKeepTheirBreaks)
 	ASSERT_EQ(HelpFile::ReadPage(path.c_str(), "b", page), B_OK);
 	EXPECT_STREQ(HelpFile::PageText(page).String(), "Other");
 	EXPECT_EQ(HelpFile::ReadPage(path.c_str(), "c", page), B_NAME_NOT_FOUND);
-	EXPECT_EQ(HelpFile::ReadPage(dir.Path("none").c_str(), "a", page), B_ENTRY_NOT_FOUND);
+	EXPECT_EQ(HelpFile::ReadPage(fDir.Path("none").c_str(), "a", page), B_ENTRY_NOT_FOUND);
 }
 
 
-// A user's directory with a working directory "cwd", a temporary directory
-// "tmp" and the program "quickstep", whose help to store is source.help.
-class HelpLocateTest : public testing::Test
-{
-protected:
-	void SetUp() override
-	{
-		fDir.UseAsDataHome();
-		ASSERT_EQ(mkdir(fDir.Path("cwd").c_str(), 0755), 0);
-		ASSERT_EQ(mkdir(fDir.Path("tmp").c_str(), 0755), 0);
-		platform_set_directory(B_COMMON_TEMP_DIRECTORY, fDir.Path("tmp").c_str());
-		ASSERT_NE(getcwd(fPrevious, sizeof(fPrevious)), nullptr);
-		ASSERT_EQ(chdir(fDir.Path("cwd").c_str()), 0);
-		WriteFile(fSource, "<CONTENTS></CONTENTS>\n");
-	}
-
-	void TearDown() override
-	{
-		EXPECT_EQ(chdir(fPrevious), 0);
-		platform_set_directory(B_COMMON_TEMP_DIRECTORY, nullptr);
-	}
-
-	TempDirectory fDir;
-	const std::string fExecutable = fDir.Path("quickstep");
-	const std::string fSource = fDir.Path("source.help");
-	char fPrevious[1024];
-};
-
-
 // The working directory wins over the temporary directory, which wins over
-// the copy stored in the fExecutable.
-TEST_F(HelpLocateTest, SearchesInOrder)
+// the copy stored in the executable.
+TEST_F(HelpFileTest, LocateSearchesInOrder)
 {
 	BPath found;
 	EXPECT_EQ(HelpFile::Locate("QStp", fExecutable.c_str(), found, false), B_ENTRY_NOT_FOUND);
@@ -130,7 +129,7 @@ TEST_F(HelpLocateTest, SearchesInOrder)
 // Any local user can write to the temporary directory: a copy there is read
 // only when it is this user's own plain file, and the stored copy is never
 // extracted through whatever stands under its name.
-TEST_F(HelpLocateTest, NeverUsesOrWritesThroughAnotherUsersName)
+TEST_F(HelpFileTest, LocateNeverUsesOrWritesThroughAnotherUsersName)
 {
 	ASSERT_EQ(HelpFile::Store(fExecutable.c_str(), fSource.c_str()), B_OK);
 	const std::string target = fDir.Path("target");
