@@ -62,9 +62,12 @@ protected:
 		std::vector<std::string> variables = {"TMPDIR=" + fTemp + "/tmp"};
 		if (!fDisplay.empty())
 			variables.push_back("DISPLAY=" + fDisplay);
+		if (!fPath.empty())
+			variables.push_back("PATH=" + fPath);
 		for (char** variable = environ; *variable != nullptr; variable++) {
 			const std::string text = *variable;
-			if (text.rfind("TMPDIR=", 0) != 0 && text.rfind("DISPLAY=", 0) != 0)
+			const std::string name = text.substr(0, text.find('=') + 1);
+			if (name != "TMPDIR=" && name != "DISPLAY=" && (fPath.empty() || name != "PATH="))
 				variables.push_back(text);
 		}
 		std::vector<char*> envp;
@@ -106,6 +109,8 @@ protected:
 	std::string fTemp;
 	// DISPLAY for the child; empty: none at all.
 	std::string fDisplay;
+	// PATH for the child; empty: the test's own.
+	std::string fPath;
 };
 
 
@@ -352,25 +357,7 @@ TEST_F(RunCommandTest, InterruptionCleansUpAndExits130)
 
 // Packing and mailing from the command line: the same archive as the
 // window's, and the message a fake sendmail along PATH receives.
-class PackCommandTest : public RunCommandTest
-{
-protected:
-	void SetUp() override
-	{
-		RunCommandTest::SetUp();
-		const char* path = getenv("PATH");
-		fOldPath = path != nullptr ? path : "";
-		mkdir((fTemp + "/bin").c_str(), 0755);
-	}
-
-	void TearDown() override
-	{
-		setenv("PATH", fOldPath.c_str(), 1);
-		RunCommandTest::TearDown();
-	}
-
-	std::string fOldPath;
-};
+typedef RunCommandTest PackCommandTest;
 
 
 TEST_F(PackCommandTest, PackedRunIsTheWindowsArchive)
@@ -414,15 +401,16 @@ TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
 	Outcome tooLong = Run({"mail", packed, "--config", std::string(201, 'x')});
 	EXPECT_EQ(tooLong.exitStatus, 2);
 
+	ASSERT_EQ(mkdir((fTemp + "/bin").c_str(), 0755), 0);
 	const std::string sendmail = fTemp + "/bin/sendmail";
 	file = fopen(sendmail.c_str(), "w");
 	ASSERT_NE(file, nullptr);
 	fprintf(file, "#!/bin/sh\ncat > '%s/message'\n", fTemp.c_str());
 	fclose(file);
 	ASSERT_EQ(chmod(sendmail.c_str(), 0755), 0);
-	setenv("PATH", (fTemp + "/bin:" + fOldPath).c_str(), 1);
+	const char* path = getenv("PATH");
+	fPath = fTemp + "/bin:" + (path != nullptr ? path : "");
 	Outcome sent = Run({"mail", packed, "--config", "Dual PII 400 BX"});
-	setenv("PATH", fOldPath.c_str(), 1);
 	ASSERT_EQ(sent.exitStatus, 0) << sent.err;
 	const std::string message = FileText(fTemp + "/message");
 	EXPECT_NE(message.find("\nTo: quickstep-results@"), std::string::npos) << message;
@@ -435,9 +423,8 @@ TEST_F(PackCommandTest, MailSendsThePackedRunOrSaysWhyNot)
 		return;
 	std::remove((fTemp + "/message").c_str());
 	std::remove(sendmail.c_str());
-	setenv("PATH", (fTemp + "/bin").c_str(), 1);
+	fPath = fTemp + "/bin";
 	Outcome unsent = Run({"mail", packed});
-	setenv("PATH", fOldPath.c_str(), 1);
 	EXPECT_EQ(unsent.exitStatus, 1);
 	EXPECT_NE(unsent.err.find("neither sendmail nor xdg-email"), std::string::npos) << unsent.err;
 	EXPECT_NE(access((fTemp + "/message").c_str(), F_OK), 0);
