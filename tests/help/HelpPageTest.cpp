@@ -37,16 +37,6 @@ public:
 	float Descent(help_block_kind) override { return 2; }
 };
 
-
-std::string
-LineText(const HelpLine& line)
-{
-	std::string text;
-	for (const HelpFragment& fragment : line.fragments)
-		text += fragment.text;
-	return text;
-}
-
 } // namespace
 
 
@@ -169,7 +159,8 @@ TEST(HelpPageTest, LayoutWrapsWordsInOrderWithinTheWidth)
 	page = ReadPage("Press <B>Shift+F1</B>, now");
 	page.Layout(14, metrics, narrow);
 	ASSERT_EQ(narrow.size(), 2u);
-	EXPECT_EQ(LineText(narrow[0]), "Press");
+	ASSERT_EQ(narrow[0].fragments.size(), 1u);
+	EXPECT_EQ(narrow[0].fragments[0].text, "Press");
 	ASSERT_EQ(narrow[1].fragments.size(), 2u);
 	EXPECT_EQ(narrow[1].fragments[0].text, "Shift+F1");
 	EXPECT_EQ(narrow[1].fragments[0].x, 0);
