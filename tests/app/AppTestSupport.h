@@ -65,6 +65,11 @@ SharedApp()
 // Runs the interface loop until done answers true or seconds pass.
 inline bool RunUntil(const std::function<bool()>& done, double seconds = 10);
 
+// The measurements of a run of every test, in the order they run.
+constexpr int32 kEveryMetricIndex[] = {100,  101,  200,  300,  400,  500,  550,  600,  601,
+                                       602,  700,  800,  801,  900,  901,  1010, 1011, 1020,
+                                       1021, 1022, 1030, 1031, 1032, 1040, 1041, 1042, 1050};
+
 // Quits a main window and the results window it made (which outlives it in
 // the program, as it is quit with the application).
 inline void
@@ -140,17 +145,22 @@ RunCommand(const std::string& command, double seconds = 20)
 	return running.Done() && running.Status() == 0;
 }
 
-// Moves the pointer to a view's point (view coordinates) and clicks it.
+// Moves the pointer to a view's point (view coordinates), then runs the
+// xdotool commands then (such as "click 1").
 inline bool
-ClickView(BView* view, BPoint where)
+PointAt(BView* view, BPoint where, const std::string& then = "sleep 0.2")
 {
 	view->Window()->Lock();
 	BPoint screen = view->ConvertToScreen(where);
 	view->Window()->Unlock();
-	char command[160];
-	snprintf(command, sizeof(command), "xdotool mousemove %d %d sleep 0.1 click 1",
-	         static_cast<int>(screen.x), static_cast<int>(screen.y));
-	return RunCommand(command);
+	return RunCommand("xdotool mousemove " + std::to_string(static_cast<int>(screen.x)) + " " +
+	                  std::to_string(static_cast<int>(screen.y)) + " " + then);
+}
+
+inline bool
+ClickView(BView* view, BPoint where)
+{
+	return PointAt(view, where, "sleep 0.1 click 1");
 }
 
 // Moves the pointer into a window (focus follows it without a window
@@ -278,8 +288,7 @@ public:
 		    [] {
 			    return system("id=$(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | "
 			                  "sed -n 's/.*window id # //p'); [ -n \"$id\" ] && "
-			                  "xprop -id \"$id\" _NET_WM_NAME 2>/dev/null | grep -q Openbox") ==
-			           0;
+			                  "xprop -id \"$id\" _NET_WM_NAME 2>/dev/null | grep -q Openbox") == 0;
 		    },
 		    10);
 	}
@@ -301,12 +310,62 @@ private:
 	pid_t fPid;
 };
 
+// An xdg-open first on PATH for the object's life, in directory/bin, that
+// writes its arguments to directory/opened instead of starting a browser.
+class FakeBrowser
+{
+public:
+	explicit FakeBrowser(const std::string& directory)
+	    : fBin(directory + "/bin"), fLog(directory + "/opened"),
+	      fOldPath(getenv("PATH") != nullptr ? getenv("PATH") : "")
+	{
+		mkdir(fBin.c_str(), 0755);
+		Script("echo \"$@\" > " + fLog + ".part && mv " + fLog + ".part " + fLog);
+		setenv("PATH", (fBin + ":" + fOldPath).c_str(), 1);
+	}
+
+	~FakeBrowser() { setenv("PATH", fOldPath.c_str(), 1); }
+
+	// Gives the launcher another body.
+	void Script(const std::string& body)
+	{
+		const std::string launcher = fBin + "/xdg-open";
+		FILE* out = fopen(launcher.c_str(), "w");
+		if (out == nullptr)
+			return;
+		fprintf(out, "#!/bin/sh\n%s\n", body.c_str());
+		fclose(out);
+		chmod(launcher.c_str(), 0700);
+	}
+
+	// A PATH on which no launcher is found.
+	void Remove() { setenv("PATH", (fBin + "/none").c_str(), 1); }
+
+	// What the launcher was handed, waiting up to seconds; "" if it never ran.
+	std::string Opened(double seconds = 5) const
+	{
+		for (int i = 0; i <= seconds * 50; i++) {
+			if (access(fLog.c_str(), F_OK) == 0)
+				return CommandOutput("cat '" + fLog + "'");
+			snooze(20000);
+		}
+		return "";
+	}
+
+	const std::string& Log() const { return fLog; }
+
+private:
+	std::string fBin;
+	std::string fLog;
+	std::string fOldPath;
+};
+
 // The X window id of the newest window titled title, or "" (xdotool).
 inline std::string
 WindowIdNow(const char* title)
 {
-	std::string id = CommandOutput(std::string("xdotool search --name '^") + title +
-	                               "$' 2>/dev/null | tail -1");
+	std::string id =
+	    CommandOutput(std::string("xdotool search --name '^") + title + "$' 2>/dev/null | tail -1");
 	while (!id.empty() && (id.back() == '\n' || id.back() == ' '))
 		id.pop_back();
 	return id;

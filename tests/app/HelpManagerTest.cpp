@@ -1,17 +1,10 @@
 #include "help/HelpManager.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 
-#include <AppFileInfo.h>
-#include <File.h>
 #include <Message.h>
-#include <Path.h>
-#include <Resources.h>
 
-#include "help/HelpFile.h"
-#include "platform/TempDirectory.h"
 
 TEST(HelpManagerTest, ContextKeysJoinWindowAndViewsFromTheViewOutwards)
 {
@@ -35,36 +28,4 @@ TEST(HelpManagerTest, ContextKeysJoinWindowAndViewsFromTheViewOutwards)
 	keys.Clear();
 	HelpManager::ContextKeys(&windowOnly, keys);
 	EXPECT_EQ(keys.Size(), 0);
-}
-
-
-TEST(HelpManagerTest, AddHelpFileStoresItInTheExecutableOrSaysWhyNot)
-{
-	TempDirectory temp;
-	ASSERT_TRUE(temp.Valid());
-	temp.UseAsDataHome();
-	HelpManager manager;
-
-	std::string missing = temp.Path("nothing.help");
-	testing::internal::CaptureStderr();
-	EXPECT_NE(manager.AddHelpFile(missing.c_str()), B_OK);
-	EXPECT_EQ(testing::internal::GetCapturedStderr(), missing + " does not exist\n");
-
-	std::string helpFile = temp.Path("QStp.help");
-	const char* text = "<CONTENTS><Intro PAGE=\"intro\">Intro</Intro></CONTENTS>";
-	ASSERT_TRUE(std::ofstream(helpFile) << text);
-	testing::internal::CaptureStderr();
-	EXPECT_EQ(manager.AddHelpFile(helpFile.c_str()), B_OK);
-	EXPECT_EQ(testing::internal::GetCapturedStderr(), helpFile + " added to application\n");
-
-	BPath self;
-	ASSERT_EQ(get_app_path(&self), B_OK);
-	BFile executable(self.Path(), B_READ_ONLY);
-	BResources resources(&executable);
-	size_t length = 0;
-	const void* data =
-	    resources.LoadResource(HelpFile::kResourceType, HelpFile::kResourceId, &length);
-	ASSERT_NE(data, nullptr);
-	EXPECT_EQ(std::string(static_cast<const char*>(data), length), text);
-	resources.RemoveResource(HelpFile::kResourceType, HelpFile::kResourceId);
 }

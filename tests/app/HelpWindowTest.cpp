@@ -254,14 +254,6 @@ TEST_F(HelpWindowTest, ThePageWrapsAgainWhenTheWindowGrowsAndClosingOnlyHides)
 	Open();
 	BAutolock lock(fWindow);
 	EXPECT_STREQ(fWindow->Title(), "Help");
-	EXPECT_EQ(fWindow->Frame().Width(), 450);
-	EXPECT_EQ(fWindow->Frame().Height(), 200);
-	BView* contents = fWindow->FindView("content_scroll");
-	ASSERT_NE(contents, nullptr);
-	EXPECT_EQ(contents->Frame().right, 170);
-
-	std::ifstream shipped(kShipped);
-	ASSERT_TRUE(shipped.good());
 	xmlTag page;
 	ASSERT_EQ(HelpFile::ReadPage(kShipped, "saving", page), B_OK);
 	HelpTextView* pane = fWindow->HelpPane();
@@ -291,20 +283,6 @@ TEST_F(HelpWindowTest, ThePageWrapsAgainWhenTheWindowGrowsAndClosingOnlyHides)
 
 
 namespace {
-
-// Moves the pointer over a view's point without clicking.
-bool
-PointAt(BView* view, BPoint where)
-{
-	view->Window()->Lock();
-	BPoint screen = view->ConvertToScreen(where);
-	view->Window()->Unlock();
-	char command[120];
-	snprintf(command, sizeof(command), "xdotool mousemove %d %d sleep 0.2",
-	         static_cast<int>(screen.x), static_cast<int>(screen.y));
-	return apptest::RunCommand(command);
-}
-
 
 // A view that keeps the key codes it is handed.
 class KeyView : public BView
@@ -342,7 +320,7 @@ TEST_F(HelpWindowTest, ShiftF1OverACheckBoxOpensTheHelpAtItsEntry)
 	ASSERT_NE(strings, nullptr);
 
 	// F1 alone and Shift with another key are ordinary keys.
-	ASSERT_TRUE(PointAt(strings, BPoint(30, 8)));
+	ASSERT_TRUE(apptest::PointAt(strings, BPoint(30, 8)));
 	ASSERT_TRUE(apptest::RunCommand("xdotool key F1 shift+F2"));
 	apptest::RunFor(0.3);
 	EXPECT_EQ(help.Window(), nullptr);
@@ -361,7 +339,7 @@ TEST_F(HelpWindowTest, ShiftF1OverACheckBoxOpensTheHelpAtItsEntry)
 	// Closed, it only hides; the next request brings the same window back.
 	fWindow->PostMessage(B_QUIT_REQUESTED);
 	ASSERT_TRUE(RunUntil([&] { return fWindow->IsHidden(); }));
-	ASSERT_TRUE(PointAt(memory, BPoint(30, 8)));
+	ASSERT_TRUE(apptest::PointAt(memory, BPoint(30, 8)));
 	ASSERT_TRUE(apptest::RunCommand("xdotool key shift+F1"));
 	ASSERT_TRUE(RunUntil([&] { return !fWindow->IsHidden(); }));
 	EXPECT_EQ(help.Window(), fWindow);
@@ -445,7 +423,7 @@ TEST_F(HelpWindowTest, ShippedPagesReadWell)
 		BAutolock lock(fWindow);
 		return pane->Bounds().top;
 	};
-	ASSERT_TRUE(PointAt(pane, BPoint(60, 60)));
+	ASSERT_TRUE(apptest::PointAt(pane, BPoint(60, 60)));
 	ASSERT_TRUE(apptest::RunCommand("xdotool click 5 click 5"));
 	EXPECT_TRUE(RunUntil([&] { return top() > 0; }));
 	ASSERT_TRUE(apptest::RunCommand("xdotool click 4 click 4 click 4"));

@@ -1,11 +1,8 @@
 #include "lib/LibHelp.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,51 +15,19 @@
 
 namespace {
 
-// A PATH whose xdg-open writes its arguments to a file instead of starting a
-// browser.
 class LibHelpTest : public testing::Test
 {
 protected:
 	void SetUp() override
 	{
 		ASSERT_TRUE(fTemp.Valid());
-		const char* path = getenv("PATH");
-		fOldPath = path != nullptr ? path : "";
-		std::filesystem::create_directories(fTemp.Path("bin"));
-		fLog = fTemp.Path("opened");
-		std::string launcher = fTemp.Path("bin/xdg-open");
-		std::ofstream script(launcher);
-		script << "#!/bin/sh\necho \"$@\" > " << fLog << ".part && mv " << fLog << ".part " << fLog
-		       << "\n";
-		script.close();
-		std::filesystem::permissions(launcher, std::filesystem::perms::owner_all);
-		setenv("PATH", (fTemp.Path("bin") + ":" + fOldPath).c_str(), 1);
 		platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, fTemp.Path("doc").c_str());
 	}
 
-	void TearDown() override
-	{
-		setenv("PATH", fOldPath.c_str(), 1);
-		platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, nullptr);
-	}
-
-	std::string Opened(double seconds = 5)
-	{
-		for (int i = 0; i < seconds * 50; i++) {
-			std::ifstream in(fLog);
-			if (in) {
-				std::stringstream text;
-				text << in.rdbuf();
-				return text.str();
-			}
-			snooze(20000);
-		}
-		return "";
-	}
+	void TearDown() override { platform_set_directory(B_COMMON_DOCUMENTATION_DIRECTORY, nullptr); }
 
 	TempDirectory fTemp;
-	std::string fOldPath;
-	std::string fLog;
+	apptest::FakeBrowser fBrowser{fTemp.Path()};
 };
 
 } // namespace
@@ -73,7 +38,7 @@ TEST_F(LibHelpTest, ManualOpensAsAFileLinkInTheBrowser)
 	std::ofstream(fTemp.Path("doc/quickstep/QuickstepSUM.html")) << "<html></html>";
 
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_OK);
-	EXPECT_EQ(Opened(), "file://" + fTemp.Path("doc/quickstep/QuickstepSUM.html") + "\n");
+	EXPECT_EQ(fBrowser.Opened(), "file://" + fTemp.Path("doc/quickstep/QuickstepSUM.html") + "\n");
 }
 
 TEST_F(LibHelpTest, ManualIsLookedUpByFolderThenExtension)
@@ -110,7 +75,7 @@ TEST_F(LibHelpTest, ManualIsLookedUpByFolderThenExtension)
 
 TEST_F(LibHelpTest, NoBrowserLauncherIsReported)
 {
-	setenv("PATH", fTemp.Path("nothing-here").c_str(), 1);
+	fBrowser.Remove();
 	EXPECT_EQ(WebLinkTo("file:///tmp/x"), B_ENTRY_NOT_FOUND);
 }
 
@@ -124,7 +89,7 @@ TEST_F(LibHelpTest, MissingManualIsToldToTheUserAndNothingOpens)
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ENTRY_NOT_FOUND);
 	ASSERT_EQ(answerer.Texts().size(), 1u);
 	EXPECT_EQ(answerer.Texts()[0], expected);
-	EXPECT_EQ(Opened(0.3), "");
+	EXPECT_EQ(fBrowser.Opened(0.3), "");
 }
 
 TEST_F(LibHelpTest, FailingOrMissingBrowserIsToldToTheUser)
@@ -133,14 +98,14 @@ TEST_F(LibHelpTest, FailingOrMissingBrowserIsToldToTheUser)
 	apptest::SharedApp();
 	std::filesystem::create_directories(fTemp.Path("doc/Quickstep"));
 	std::ofstream(fTemp.Path("doc/Quickstep/QuickstepSUM")) << "<html></html>";
-	std::ofstream(fTemp.Path("bin/xdg-open")) << "#!/bin/sh\nexit 4\n";
+	fBrowser.Script("exit 4");
 
 	apptest::AlertAnswerer answerer({0, 0});
 	int exitStatus = 0;
 	EXPECT_EQ(WebLinkTo("file:///x", &exitStatus), B_ERROR);
 	EXPECT_EQ(exitStatus, 4);
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ERROR);
-	setenv("PATH", fTemp.Path("nothing-here").c_str(), 1);
+	fBrowser.Remove();
 	EXPECT_EQ(LibHelp::Show("Quickstep"), B_ENTRY_NOT_FOUND);
 	std::vector<std::string> texts = answerer.Texts();
 	ASSERT_EQ(texts.size(), 2u);
