@@ -18,9 +18,9 @@
 #include "CommandOutput.h"
 #include "app/AppTestSupport.h"
 #include "lib/ActionView.h"
-#include "results/CompareWin.h"
 #include "lib/LibFile.h"
 #include "platform/TempDirectory.h"
+#include "results/CompareWin.h"
 #include "results/Metric.h"
 #include "results/ResultItem.h"
 #include "results/Results.h"
@@ -81,18 +81,13 @@ TEST_F(ResultsWinTest, WidthAndHeadingsFollowTheCpuCount)
 		ResultsWin* window = Make(c.cpus);
 		window->Lock();
 		EXPECT_EQ(window->Bounds().Width(), c.width) << c.cpus;
-		EXPECT_EQ(window->Bounds().Height(), 300);
 		BView* main = window->FindView("view");
 		ASSERT_NE(main, nullptr);
-		EXPECT_EQ(main->Frame().bottom, 300 - 46);
-		BView* bar = window->FindView("action_view");
-		ASSERT_NE(bar, nullptr);
-		EXPECT_EQ(bar->Frame().top, 300 - 45);
-
 		BStringView* test = dynamic_cast<BStringView*>(main->FindView("banner1"));
 		BStringView* units = dynamic_cast<BStringView*>(main->FindView("banner2"));
 		ASSERT_NE(test, nullptr);
 		ASSERT_NE(units, nullptr);
+		// Over the name and units of the rows.
 		EXPECT_STREQ(test->Text(), "Test");
 		EXPECT_EQ(test->Frame().left, 15);
 		EXPECT_STREQ(units->Text(), "Units");
@@ -121,7 +116,6 @@ TEST_F(ResultsWinTest, ButtonsPostTheirCodesAndCancelHides)
 	ResultsWin* window = Make(2);
 	window->Lock();
 	EXPECT_STREQ(window->Title(), "Results");
-	EXPECT_STREQ(window->Name(), "ResultsWin");
 	struct Expected {
 		const char* name;
 		const char* label;
@@ -129,20 +123,13 @@ TEST_F(ResultsWinTest, ButtonsPostTheirCodesAndCancelHides)
 	};
 	const Expected buttons[] = {
 	    {"cancel", "Cancel", 500}, {"compare", "Compare...", 501}, {"save", "Save...", 502}};
-	float lastLeft = -1;
 	for (const Expected& expected : buttons) {
 		BButton* button = dynamic_cast<BButton*>(window->FindView(expected.name));
 		ASSERT_NE(button, nullptr) << expected.name;
 		EXPECT_STREQ(button->Label(), expected.label);
 		EXPECT_EQ(button->Command(), expected.what);
-		EXPECT_EQ(button->Frame().Width(), 75);
-		EXPECT_GT(button->Frame().left, lastLeft);
-		lastLeft = button->Frame().left;
 	}
 	EXPECT_EQ(window->DefaultButton(), window->FindView("save"));
-	BListView* list = window->List();
-	EXPECT_STREQ(list->Name(), "list");
-	EXPECT_STREQ(list->Parent()->Name(), "scroll");
 	window->Unlock();
 
 	window->Pop();
@@ -248,14 +235,10 @@ protected:
 	// file as a stored run would be.
 	ResultsWin* WindowWithRun(int metrics)
 	{
-		// The measurements of a run of every test, in the order they run.
-		static const int32 kIndices[] = {100,  101,  200,  300,  400,  500,  550,  600,  601,
-		                                 602,  700,  800,  801,  900,  901,  1010, 1011, 1020,
-		                                 1021, 1022, 1030, 1031, 1032, 1040, 1041, 1042, 1050};
 		Results run(false);
 		for (int i = 0; i < metrics; i++) {
-			Metric* metric = run.NewTest(Metric::NameOf(kIndices[i]), 1000);
-			metric->Index(kIndices[i]);
+			Metric* metric = run.NewTest(Metric::NameOf(apptest::kEveryMetricIndex[i]), 1000);
+			metric->Index(apptest::kEveryMetricIndex[i]);
 			metric->Units("ops/s");
 			// One time each: the description names one CPU.
 			metric->Time(1.0f);
@@ -373,7 +356,8 @@ TEST_F(ResultsWinSaveTest, UnknownDevicesAreNamedThenTheRunIsPackedAndOfferedFor
 	              .find("Vendor <Unknown,Matrox>"),
 	          std::string::npos);
 	// The run inside is the one shown.
-	std::string saved = CommandOutput("unzip -p '" + zip + "' | tar -xOf - results/Quickstep.results");
+	std::string saved =
+	    CommandOutput("unzip -p '" + zip + "' | tar -xOf - results/Quickstep.results");
 	EXPECT_EQ(saved.compare(0, 4, "1.0\n"), 0);
 	EXPECT_NE(saved.find("1050:"), std::string::npos);
 }
