@@ -3,25 +3,11 @@
 #include <cstring>
 #include <gtest/gtest.h>
 
-#include <Application.h>
 
 #include "app/AppTestSupport.h"
 #include "app/QuickstepWin.h"
 
 namespace {
-
-class AnimateCursorTest : public testing::Test
-{
-protected:
-	void SetUp() override
-	{
-		QS_REQUIRE_DISPLAY();
-		fApp = apptest::SharedApp();
-	}
-
-
-	BApplication* fApp = nullptr;
-};
 
 bool
 ThreadGone(const char* name)
@@ -49,8 +35,10 @@ TEST(AnimateCursorFramesTest, FramesOutsideTheCountAreIgnored)
 	EXPECT_EQ(cursor.Frame(2), nullptr);
 }
 
-TEST_F(AnimateCursorTest, RunSpinsOnItsThreadUntilQuit)
+TEST(AnimateCursorTest, RunSpinsOnItsThreadUntilQuit)
 {
+	QS_REQUIRE_DISPLAY();
+	apptest::SharedApp();
 	AnimateCursor cursor("LoadCursor", 4);
 	for (long i = 0; i < 4; i++)
 		cursor.SetCursor(i, QuickstepWin::kBusyCursors[i]);
@@ -78,8 +66,10 @@ TEST_F(AnimateCursorTest, RunSpinsOnItsThreadUntilQuit)
 	EXPECT_FALSE(cursor.IsRunning());
 }
 
-TEST_F(AnimateCursorTest, NoThreadWithoutAName)
+TEST(AnimateCursorTest, NoThreadWithoutAName)
 {
+	QS_REQUIRE_DISPLAY();
+	apptest::SharedApp();
 	AnimateCursor cursor("", 4);
 	cursor.Run(0.1f);
 	EXPECT_FALSE(cursor.IsRunning());

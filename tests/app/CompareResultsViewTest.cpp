@@ -84,7 +84,6 @@ TEST_F(MetricDrawTest, BarsAreScaledLongestFirstInTheirConfigurationsColours)
 	    {"order", {4, 1, 2}, 1000, -1, {620, 470, 395}, {1, 0, 2}},
 	    // Percent of a reference of 500 on a scale of 200 (percent).
 	    {"percent", {1, 2, 4}, 200, 500, {620, 470, 395}, {2, 1, 0}},
-	    {"percent-small", {1, 2}, 400, 1000, {395, 357.5f}, {1, 0}},
 	    // Equal rates are drawn once, zero rates never.
 	    {"equal-and-zero", {2, 2, 0, 4}, 1000, -1, {470, 395}, {3, 0}},
 	    {"all-zero", {0, 0}, 1000, -1, {}, {}},
@@ -169,10 +168,8 @@ TEST(CompareScaleTest, NextMultipleOfTheStepAbove)
 	const Case cases[] = {
 	    {0, 10, 10},
 	    {95, 100, 10},
-	    {99.9, 100, 10},
 	    {100, 110, 10},
 	    {1234, 1300, 100},
-	    {9.5, 10, 10},
 	    {60000, 61000, 1000},
 	    {-5, 10, 10},
 	    {NAN, 10, 10},
@@ -204,32 +201,19 @@ protected:
 } // namespace
 
 
-TEST_F(ResultsDrawTest, RowHasDescriptionIconBarsAndStepsSeventeen)
-{
-	for (bool selected : {false, true}) {
-		fRecorder.Clear();
-		float y = 19;
-		fRow.Draw(&fView, 11000, 320, kColors, y, selected, -1);
-		EXPECT_FLOAT_EQ(y, 36);
-
-		std::vector<drawing_call> strings = fRecorder.CallsOf(B_CALL_DRAW_STRING);
-		ASSERT_EQ(strings.size(), 1u);
-		EXPECT_EQ(strings[0].points[0], BPoint(21, 31));
-		EXPECT_EQ(strings[0].high.blue, selected ? 255 : 0);
-		EXPECT_EQ(strings[0].high.red, 0);
-
-		std::vector<drawing_call> icons = fRecorder.CallsOf(B_CALL_DRAW_BITMAP);
-		ASSERT_EQ(icons.size(), 1u);
-		EXPECT_EQ(icons[0].rect, BRect(2, 19, 17, 34));
-		EXPECT_EQ(fRow.IconRect(), BRect(2, 19, 17, 34));
-		EXPECT_EQ(Bars().size(), 2u);
-	}
-}
-
 TEST_F(ResultsDrawTest, IconClickTogglesTheDeviceLines)
 {
+	// Collapsed, 17 high: the icon, the description (blue when selected) and
+	// the bars.
 	float y = 19;
-	fRow.Draw(&fView, 11000, 320, kColors, y, false, -1);
+	fRow.Draw(&fView, 11000, 320, kColors, y, true, -1);
+	EXPECT_FLOAT_EQ(y, 36);
+	std::vector<drawing_call> strings = fRecorder.CallsOf(B_CALL_DRAW_STRING);
+	ASSERT_EQ(strings.size(), 1u);
+	EXPECT_EQ(strings[0].points[0], BPoint(21, 31));
+	EXPECT_EQ(strings[0].high.blue, 255);
+	EXPECT_EQ(fRow.IconRect(), BRect(2, 19, 17, 34));
+	EXPECT_EQ(Bars().size(), 2u);
 
 	// Just outside the icon: nothing happens.
 	EXPECT_FALSE(fRow.Contains(BPoint(18, 25)));
@@ -244,8 +228,9 @@ TEST_F(ResultsDrawTest, IconClickTogglesTheDeviceLines)
 	// 17 for the bars, 10 before the devices, 13 per device line.
 	EXPECT_FLOAT_EQ(y, 19 + 17 + 10 + 2 * 13);
 	EXPECT_FLOAT_EQ(fRow.RowHeight(), 17 + 10 + 2 * 13);
-	std::vector<drawing_call> strings = fRecorder.CallsOf(B_CALL_DRAW_STRING);
+	strings = fRecorder.CallsOf(B_CALL_DRAW_STRING);
 	ASSERT_EQ(strings.size(), 5u);
+	EXPECT_EQ(strings[0].high.blue, 0);
 	const char* texts[] = {"Screen", "8 bit color", "Storage", "IDE controller"};
 	const BPoint places[] = {BPoint(30, 46), BPoint(75, 46), BPoint(30, 59), BPoint(75, 59)};
 	for (int i = 0; i < 4; i++) {

