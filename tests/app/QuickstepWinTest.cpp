@@ -583,8 +583,8 @@ TEST_F(QuickstepWinTest, ScreenshotsUnderAWindowManager)
 	apptest::WindowManager manager;
 	if (!manager.Running())
 		GTEST_SKIP() << "openbox is not installed";
-	// Every metric of a run from the window, with the largest values a fast
-	// machine gives.
+	// A row for each kind of test, with the largest values a fast machine
+	// gives.
 	Results record(false);
 	record.Reset();
 	while (record.CycleCpu()) {
