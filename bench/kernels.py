@@ -95,5 +95,6 @@ def main():
     for kernel, worker, process in harness:
         print(f"{kernel:<21} {worker:>10.3f} {process:>10.3f}")
 
+
 if __name__ == "__main__":
     main()
