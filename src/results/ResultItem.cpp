@@ -17,6 +17,14 @@ ColumnLeft(BRect frame, int32 i)
 }
 
 
+// A value without the blanks its format pads it with.
+std::string
+WithoutPadding(const std::string& text)
+{
+	return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+
 // The value as the row can show it from left: whole when it fits its column
 // (two pixels kept free before the next) and the row, or when only its
 // padding does not; otherwise cut, ending in an ellipsis.
@@ -28,7 +36,7 @@ FittedValue(const BView* owner, const std::string& text, float left, float right
 	const float room = std::min(left + ResultItem::kColumnWidth - 2, right) - left;
 	if (font.StringWidth(text.c_str()) <= room)
 		return text;
-	const std::string value = text.substr(0, text.find_last_not_of(' ') + 1);
+	const std::string value = WithoutPadding(text);
 	if (font.StringWidth(value.c_str()) <= room)
 		return text;
 	return font.Truncated(value.c_str(), room);
@@ -112,7 +120,7 @@ ResultItem::ToolTipAt(BView* owner, BRect frame, BPoint where) const
 		const std::string text = RateText(i);
 		if (FittedValue(owner, text, left, frame.right) == text)
 			return std::string();
-		return text.substr(0, text.find_last_not_of(' ') + 1);
+		return WithoutPadding(text);
 	}
 	return std::string();
 }
